@@ -1,0 +1,36 @@
+# Entry points: `make demo` runs the main job on the bundled sample, `make test` runs every test.
+SHELL := /bin/bash
+BUILD_DIR := build
+
+.PHONY: all deps configure build test demo bench asan format clean
+
+all: build
+
+deps:
+	@scripts/install-deps
+
+configure: deps
+	cmake --preset default
+
+build: configure
+	cmake --build --preset default
+
+test: build
+	ctest --preset default
+
+demo: build
+	$(BUILD_DIR)/src/app/wordbm --version
+
+bench: build
+	bench/run $(BUILD_DIR)
+
+asan: deps
+	cmake --preset asan
+	cmake --build --preset asan
+	ctest --preset asan
+
+format:
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	rm -rf $(BUILD_DIR) build-asan

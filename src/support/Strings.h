@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace wordbm {
+
+// Trims blanks (spaces only, not tabs) at both ends, as the classic Trim does.
+std::string trim(std::string_view text);
+std::string trimLeft(std::string_view text);
+std::string trimRight(std::string_view text);
+
+// Trims, drops one leading and one trailing delimiter (independently), then turns doubled
+// delimiters into single ones. An empty delimiter only trims.
+std::string Unquote(std::string_view text, std::string_view delim = "\"");
+
+// Encloses in the delimiter and doubles the delimiters inside.
+std::string Quote(std::string_view text, std::string_view delim = "\"");
+
+// Splits at every occurrence of the separator; an empty text gives one empty piece,
+// an empty separator gives the whole text as one piece.
+std::vector<std::string> split(std::string_view text, std::string_view separator);
+
+std::string join(const std::vector<std::string>& pieces, std::string_view separator);
+
+// Replaces every occurrence of `from` (non-empty) by `to`, left to right, without rescanning.
+std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);
+
+// ASCII-only case folding, enough for field names, switches and tags.
+std::string toLowerAscii(std::string_view text);
+bool equalsIgnoreCase(std::string_view a, std::string_view b);
+
+// Decimal digits of `number`, left-padded with "0" to `width`; a longer text keeps its last `width` digits.
+std::string zeroPad(long long number, int width);
+
+} // namespace wordbm
