@@ -43,6 +43,9 @@ std::string formatDate(Date date);
 // The shortest text that reads back to the same double, "." as decimal point, no thousands marks.
 std::string formatNumber(double value);
 std::string formatCurrency(Currency amount); // up to four decimals, trailing zeros dropped
+// The same as formatNumber for the narrower types, so that 0.1f reads "0.1".
+std::string formatSingle(float value);
+std::string formatDecimal(long double value);
 
 // "True"/"False" (also "Wahr"/"Falsch", any case) or a number (0 false, else true).
 std::optional<bool> parseBoolean(std::string_view text);
