@@ -1,0 +1,132 @@
+#include "support/FileOps.h"
+
+#include "support/AtomicFile.h"
+#include "support/Cp1252.h"
+#include "support/ReadFile.h"
+
+#include <algorithm>
+#include <array>
+#include <sys/stat.h>
+#include <system_error>
+
+namespace wordbm {
+
+namespace {
+
+constexpr std::string_view LineBreak = "\r\n";
+
+// Far beyond any control file or form; a larger "file" is a mistake, not something to load.
+constexpr std::size_t MaxFileBytes = std::size_t{1} << 30;
+constexpr std::size_t ChunkBytes = std::size_t{1} << 16;
+
+bool validPath(const std::string& path) {
+    return !path.empty() && path.find('\0') == std::string::npos;
+}
+
+std::error_code writeBytesAtomic(const std::string& path, std::string_view bytes) {
+    AtomicFile file(path);
+    std::error_code error = file.open();
+    if (!error) {
+        error = file.write(bytes);
+    }
+    return error ? error : file.commit();
+}
+
+// Streams the source into the atomic target, so that a copy needs no more memory than a chunk.
+std::error_code copyFile(const std::string& source, const std::string& target) {
+    ReadFile in(source);
+    if (in.error()) {
+        return in.error();
+    }
+    AtomicFile out(target);
+    if (const auto error = out.open()) {
+        return error;
+    }
+    std::array<char, ChunkBytes> chunk{};
+    for (;;) {
+        const auto got = in.readSome(chunk.data(), chunk.size());
+        if (!got) {
+            return in.error();
+        }
+        if (*got == 0) {
+            return out.commit();
+        }
+        if (const auto error = out.write(std::string_view(chunk.data(), *got))) {
+            return error;
+        }
+    }
+}
+
+} // namespace
+
+std::optional<std::string> readFileBytes(const std::string& path) {
+    ReadFile in(path);
+    if (in.error()) {
+        return std::nullopt;
+    }
+    std::string bytes;
+    bytes.reserve(std::min(in.sizeHint(), MaxFileBytes));
+    if (!in.readAll(bytes, MaxFileBytes)) {
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+std::optional<std::string> readAnsiText(const std::string& path) {
+    const auto bytes = readFileBytes(path);
+    if (!bytes) {
+        return std::nullopt;
+    }
+    return cp1252ToUtf8(*bytes);
+}
+
+std::string writeFileAtomic(const std::string& path, std::string_view bytes) {
+    const auto error = writeBytesAtomic(path, bytes);
+    if (!error) {
+        return {};
+    }
+    std::string text = "Kann Datei nicht schreiben!";
+    text.append(LineBreak).append(path).append(LineBreak).append(error.message());
+    return text;
+}
+
+std::string writeAnsiTextAtomic(const std::string& path, std::string_view text) {
+    return writeFileAtomic(path, utf8ToCp1252(text));
+}
+
+std::string FileCopy(const std::string& source, const std::string& target) {
+    const auto error = copyFile(source, target);
+    if (!error) {
+        return {};
+    }
+    std::string text = "Kann Datei nicht kopieren!";
+    text.append(LineBreak).append(source).append(LineBreak).append("nach").append(LineBreak);
+    text.append(target).append(LineBreak).append(error.message());
+    return text;
+}
+
+std::string FileOpenCheck(const std::string& path) {
+    if (!fileExists(path)) {
+        std::string text = "Datei nicht gefunden!";
+        return text.append(LineBreak).append(path);
+    }
+    ReadFile in(path);
+    if (!in.error()) {
+        return {};
+    }
+    std::string text = "Kann Datei nicht öffnen!";
+    text.append(LineBreak).append(path).append(LineBreak).append(in.error().message());
+    return text;
+}
+
+bool fileExists(const std::string& path) {
+    struct stat info {};
+    return validPath(path) && ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+bool folderExists(const std::string& path) {
+    struct stat info {};
+    return validPath(path) && ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+} // namespace wordbm
