@@ -1,0 +1,150 @@
+#include "support/FileOps.h"
+
+#include "TempDir.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <system_error>
+#include <unistd.h>
+
+using namespace wordbm;
+namespace fs = std::filesystem;
+
+namespace {
+
+void writeRaw(const std::string& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+std::string readRaw(const std::string& path) {
+    return readFileBytes(path).value_or("<unreadable>");
+}
+
+std::size_t entriesIn(const fs::path& folder) {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+}
+
+std::string describe(int error) {
+    return std::generic_category().message(error);
+}
+
+bool runningAsRoot() {
+    return ::geteuid() == 0;
+}
+
+// Writes more than a file-size limit allows; true when that nevertheless reported success.
+bool writeUnderSizeLimit(const std::string& target) {
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{4096, 4096};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    return writeFileAtomic(target, std::string(100000, 'n')).empty();
+}
+
+} // namespace
+
+TEST(FileOps, ReadingTakesBytesAsTheyAre) {
+    TempDir dir;
+    const std::string binary("a\0\xFF\r\n", 5);
+    writeRaw(dir / "bin", binary);
+    EXPECT_EQ(readFileBytes(dir / "bin"), binary);
+    writeRaw(dir / "empty", "");
+    EXPECT_EQ(readFileBytes(dir / "empty"), "");
+    writeRaw(dir / "ansi", "\xEF\xBB\xBFZ\xFCrich \x80");
+    EXPECT_EQ(readAnsiText(dir / "ansi"), "ï»¿Zürich €");
+
+    EXPECT_FALSE(readFileBytes(dir / "missing"));
+    EXPECT_FALSE(readFileBytes(dir.path().string()));
+    EXPECT_FALSE(readFileBytes("/dev/zero")) << "a device would be read forever";
+    EXPECT_FALSE(readFileBytes(""));
+    EXPECT_FALSE(readAnsiText(dir / "missing"));
+    EXPECT_TRUE(fileExists(dir / "bin"));
+    EXPECT_FALSE(fileExists(dir.path().string()));
+    EXPECT_TRUE(folderExists(dir.path().string()));
+    EXPECT_FALSE(folderExists(dir / "bin"));
+}
+
+TEST(FileOps, AtomicWriteReplacesTheFileAndLeavesNothingElse) {
+    TempDir dir;
+    const std::string target = dir / "settings.ini";
+    EXPECT_EQ(writeFileAtomic(target, "first"), "");
+    EXPECT_EQ(writeAnsiTextAtomic(target, "Grüsse € 日"), "");
+    EXPECT_EQ(readRaw(target), "Gr\xFCsse \x80 ?");
+    EXPECT_EQ(entriesIn(dir.path()), 1u);
+
+    fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(writeFileAtomic(target, "private"), "");
+    EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+
+    // Written through a link, the link stays and the file it names gets the content.
+    fs::create_symlink(target, dir / "link.ini");
+    EXPECT_EQ(writeFileAtomic(dir / "link.ini", "linked"), "");
+    EXPECT_TRUE(fs::is_symlink(dir / "link.ini"));
+    EXPECT_EQ(readRaw(target), "linked");
+}
+
+TEST(FileOps, FailedAtomicWriteKeepsTheOldContent) {
+    TempDir dir;
+    fs::create_directory(dir / "folder");
+    EXPECT_EQ(writeFileAtomic(dir / "folder", "x"),
+              "Kann Datei nicht schreiben!\r\n" + (dir / "folder") + "\r\n" + describe(EISDIR));
+    EXPECT_EQ(writeFileAtomic(dir / "missing/file", "x"),
+              "Kann Datei nicht schreiben!\r\n" + (dir / "missing/file") + "\r\n" + describe(ENOENT));
+    EXPECT_EQ(entriesIn(dir.path()), 1u);
+
+    const std::string target = dir / "data.csv";
+    writeRaw(target, "old");
+    // A file-size limit makes the write itself fail; in a child process, so the limit stays there.
+    EXPECT_EXIT(std::_Exit(writeUnderSizeLimit(target) ? 1 : 0), ::testing::ExitedWithCode(0), "");
+    EXPECT_EQ(readRaw(target), "old");
+    EXPECT_EQ(entriesIn(dir.path()), 2u) << "the temporary file is removed";
+
+    fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec);
+    if (runningAsRoot()) {
+        GTEST_SKIP() << "root writes into read-only folders";
+    }
+    EXPECT_EQ(writeFileAtomic(target, "new"),
+              "Kann Datei nicht schreiben!\r\n" + target + "\r\n" + describe(EACCES));
+    EXPECT_EQ(readRaw(target), "old");
+}
+
+TEST(FileOps, CopyAndItsErrorText) {
+    TempDir dir;
+    std::string big;
+    for (int i = 0; i < 300000; ++i) {
+        big += static_cast<char>(i * 7);
+    }
+    writeRaw(dir / "source", big);
+    EXPECT_EQ(FileCopy(dir / "source", dir / "target"), "");
+    EXPECT_EQ(readRaw(dir / "target"), big);
+    EXPECT_EQ(FileCopy(dir / "source", dir / "source"), "");
+    EXPECT_EQ(readRaw(dir / "source"), big);
+
+    EXPECT_EQ(FileCopy(dir / "nothing", dir / "target"), "Kann Datei nicht kopieren!\r\n" +
+                                                             (dir / "nothing") + "\r\nnach\r\n" +
+                                                             (dir / "target") + "\r\n" + describe(ENOENT));
+    EXPECT_EQ(FileCopy(dir / "source", dir / "no/target"),
+              "Kann Datei nicht kopieren!\r\n" + (dir / "source") + "\r\nnach\r\n" + (dir / "no/target") +
+                  "\r\n" + describe(ENOENT));
+    EXPECT_EQ(readRaw(dir / "target"), big);
+    EXPECT_EQ(entriesIn(dir.path()), 2u);
+}
+
+TEST(FileOps, OpenCheckTellsMissingFromUnreadable) {
+    TempDir dir;
+    EXPECT_EQ(FileOpenCheck(dir / "missing.csv"), "Datei nicht gefunden!\r\n" + (dir / "missing.csv"));
+    EXPECT_EQ(FileOpenCheck(dir.path().string()), "Datei nicht gefunden!\r\n" + dir.path().string());
+    writeRaw(dir / "ok.csv", "a;b");
+    EXPECT_EQ(FileOpenCheck(dir / "ok.csv"), "");
+
+    fs::permissions(dir / "ok.csv", fs::perms::none);
+    if (runningAsRoot()) {
+        GTEST_SKIP() << "root reads files without permission";
+    }
+    EXPECT_EQ(FileOpenCheck(dir / "ok.csv"),
+              "Kann Datei nicht öffnen!\r\n" + (dir / "ok.csv") + "\r\n" + describe(EACCES));
+}
