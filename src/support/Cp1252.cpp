@@ -127,26 +127,23 @@ std::string cp1252ToUtf8(std::string_view bytes) {
 }
 
 std::string utf8ToCp1252(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
+    // Never longer than the input: every sequence becomes one byte.
+    std::string result(text.size(), '\0');
+    char* out = result.data();
     std::size_t pos = 0;
     while (pos < text.size()) {
         const auto c = static_cast<unsigned char>(text[pos]);
         if (c < 0x80) {
-            result += static_cast<char>(c);
+            *out++ = static_cast<char>(c);
             ++pos;
             continue;
         }
         char32_t cp = 0;
         const std::size_t length = decode(text, pos, cp);
-        if (length == 0) {
-            result += Unmappable;
-            ++pos;
-            continue;
-        }
-        result += byteFor(cp);
-        pos += length;
+        *out++ = length == 0 ? Unmappable : byteFor(cp);
+        pos += length == 0 ? 1 : length;
     }
+    result.resize(static_cast<std::size_t>(out - result.data()));
     return result;
 }
 
