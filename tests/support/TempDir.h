@@ -14,6 +14,10 @@ public:
     const std::filesystem::path& path() const { return path_; }
     std::string operator/(const std::string& name) const { return (path_ / name).string(); }
 
+    static std::size_t entriesIn(const std::filesystem::path& folder);
+    // Root writes into read-only folders, so tests of refused writing cannot run as root.
+    static bool runningAsRoot();
+
 private:
     std::filesystem::path path_;
 };
