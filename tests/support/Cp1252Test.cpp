@@ -4,7 +4,7 @@
 
 using namespace wordbm;
 
-TEST(Cp1252, WindowsSpecificBytesBecomeTheirCharacters) {
+TEST(Cp1252, WindowsBytesBecomeTheirCharacters) {
     EXPECT_EQ(cp1252ToUtf8("\x80"), "€");
     EXPECT_EQ(cp1252ToUtf8("\x84\x93\x82\x91\x85"), "„“‚‘…");
     EXPECT_EQ(cp1252ToUtf8("Z\xFCrich \xE4\xF6"), "Zürich äö");
