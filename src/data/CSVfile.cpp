@@ -98,11 +98,22 @@ std::size_t countPieces(std::string_view line, std::string_view separator) {
     if (separator.empty()) {
         return pieces;
     }
+    if (separator.size() == 1) {
+        return pieces + static_cast<std::size_t>(std::count(line.begin(), line.end(), separator.front()));
+    }
     for (std::size_t at = line.find(separator); at != std::string_view::npos;
          at = line.find(separator, at + separator.size())) {
         ++pieces;
     }
     return pieces;
+}
+
+std::size_t countLineEnds(std::string_view text) {
+    std::size_t ends = 0;
+    for (std::size_t at = text.find("\r\n"); at != std::string_view::npos; at = text.find("\r\n", at + 2)) {
+        ++ends;
+    }
+    return ends;
 }
 
 // Unquote allocates on its way; most values carry neither quotes nor blanks and are taken as they are.
@@ -142,11 +153,13 @@ void CSVfile::LoadLines() {
     lineStarts_.clear();
     // An empty text has no lines at all; otherwise every CR LF starts one more, even at the end.
     if (!text_.empty()) {
+        // Counted first: growing the table by doubling would cost a hostile file of bare line ends
+        // several times its own size.
+        lineStarts_.reserve(countLineEnds(text_) + 1);
         lineStarts_.push_back(0);
         for (std::size_t at = text_.find("\r\n"); at != std::string::npos; at = text_.find("\r\n", at + 2)) {
             lineStarts_.push_back(static_cast<std::uint32_t>(at + 2));
         }
-        lineStarts_.shrink_to_fit();
     }
     const std::int64_t header = withFieldNames_ ? 1 : 0;
     lineCount_ = clampToLong(static_cast<std::int64_t>(lineStarts_.size()) - skipLines_ - header);

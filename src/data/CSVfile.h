@@ -24,7 +24,8 @@ class CSVfile {
 public:
     // Reads the file (cp1252, lines end in CR LF only). An omitted argument takes its default
     // (";", the double quote, true, 0, 0); a given one is converted as the classic Variant would
-    // be, so a null separator becomes "". An unreadable file reads as an empty one.
+    // be, so a null separator becomes "". An unreadable file reads as an empty one. Kept on purpose:
+    // read without a header (or too short for one), the previous file's field names stay.
     void ReadFile(const std::string& path, const std::optional<Variant>& separator = std::nullopt,
                   const std::optional<Variant>& delimiter = std::nullopt,
                   const std::optional<Variant>& withFieldNames = std::nullopt,
