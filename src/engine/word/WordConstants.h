@@ -2,7 +2,7 @@
 
 // Word's own numbers for the constants the engine passes, so that a backend over real Word
 // automation can take them unchanged.
-namespace wordbm::wd {
+namespace wordbm::word::wd {
 
 inline constexpr int wdStory = 6;
 inline constexpr int wdCharacter = 1;
@@ -26,4 +26,4 @@ inline constexpr int msoCanvas = 20;
 inline constexpr int wdDoNotSaveChanges = 0;
 inline constexpr int wdSaveChanges = -1;
 
-} // namespace wordbm::wd
+} // namespace wordbm::word::wd
