@@ -105,13 +105,20 @@ std::size_t decode(std::string_view text, std::size_t pos, char32_t& cp) {
 } // namespace
 
 std::string cp1252ToUtf8(std::string_view bytes) {
-    // Two passes: the exact size first, so a large file is converted without reallocation.
+    std::string result;
+    appendCp1252AsUtf8(result, bytes);
+    return result;
+}
+
+void appendCp1252AsUtf8(std::string& text, std::string_view bytes) {
+    // Two passes: the exact size first, so the text grows once.
     std::size_t size = 0;
     for (const char c : bytes) {
         size += ToUtf8[static_cast<unsigned char>(c)].length;
     }
-    std::string result(size, '\0');
-    char* out = result.data();
+    const auto start = text.size();
+    text.resize(start + size);
+    char* out = text.data() + start;
     for (const char c : bytes) {
         const auto& seq = ToUtf8[static_cast<unsigned char>(c)];
         out[0] = seq.bytes[0];
@@ -123,7 +130,6 @@ std::string cp1252ToUtf8(std::string_view bytes) {
         }
         out += seq.length;
     }
-    return result;
 }
 
 std::string utf8ToCp1252(std::string_view text) {

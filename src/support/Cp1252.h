@@ -8,6 +8,7 @@
 namespace wordbm {
 
 std::string cp1252ToUtf8(std::string_view bytes);
+void appendCp1252AsUtf8(std::string& text, std::string_view bytes);
 
 // Characters that cp1252 cannot hold become "?"; invalid UTF-8 bytes too.
 std::string utf8ToCp1252(std::string_view text);

@@ -73,11 +73,27 @@ std::optional<std::string> readFileBytes(const std::string& path) {
 }
 
 std::optional<std::string> readAnsiText(const std::string& path) {
-    const auto bytes = readFileBytes(path);
-    if (!bytes) {
+    ReadFile in(path);
+    if (in.error()) {
         return std::nullopt;
     }
-    return cp1252ToUtf8(*bytes);
+    // Converted chunk by chunk (cp1252 has one byte per character, so any cut is safe): a large
+    // control file is then held once, as UTF-8, instead of twice while it loads.
+    std::string text;
+    const auto hint = std::min(in.sizeHint(), MaxFileBytes);
+    text.reserve(hint + hint / 32);
+    std::array<char, ChunkBytes> chunk{};
+    std::size_t total = 0;
+    for (;;) {
+        const auto got = in.readSome(chunk.data(), chunk.size());
+        if (!got || (total += *got) > MaxFileBytes) {
+            return std::nullopt;
+        }
+        if (*got == 0) {
+            return text;
+        }
+        appendCp1252AsUtf8(text, std::string_view(chunk.data(), *got));
+    }
 }
 
 std::string writeFileAtomic(const std::string& path, std::string_view bytes) {
