@@ -1,0 +1,52 @@
+#pragma once
+
+#include "engine/ooxml/StoryItem.h"
+
+#include <string>
+#include <vector>
+
+namespace wordbm::ooxml {
+
+// The offset table of one story: every item in document order with its offset, the fields and the
+// bookmarks. Built by TextMapBuilder; replaced as a whole after every edit of the story.
+class TextMap {
+public:
+    std::vector<StoryItem> items;
+    std::vector<FieldSpan> fields;
+    std::vector<BookmarkSpan> bookmarks; // in the order of their starts
+
+    // Visible characters, the last paragraph mark included.
+    long length() const { return length_; }
+    void setLength(long length) { length_ = length; }
+
+    // Visible text of [start, end): field results, not codes; "\r" for paragraph marks.
+    std::string text(long start, long end) const;
+
+    // Where text typed at `offset` goes and where a span starting there begins: after bookmark
+    // markers (so typing at a bookmark's start extends it, at its end does not), before a field that
+    // starts there (typing before a field stays outside it).
+    Cut startCut(long offset) const;
+    // Where a span ending at `offset` ends: right after its last character, or after the ends of fields
+    // that opened before.
+    Cut endCut(long offset) const;
+
+    long offsetOf(const Cut& cut) const;
+    long fieldStart(int field) const { return items[static_cast<std::size_t>(fields[field].begin)].offset; }
+    long fieldEnd(int field) const { return items[static_cast<std::size_t>(fields[field].end)].offset; }
+    long resultStart(int field) const;
+
+    // The field whose begin (fldChar or fldSimple) is `node`; -1 when it is gone.
+    int fieldOf(pugi::xml_node node) const;
+    // Fields whose begin and end lie within [start, end], in document order.
+    std::vector<int> fieldsWithin(long start, long end) const;
+
+    static std::string specialText(pugi::xml_node node);
+
+private:
+    int firstAtOrAfter(long offset) const;
+    // Items with offset `offset` and no width, between the characters before and after it.
+    std::pair<int, int> zeroWidthRun(int from) const;
+    long length_ = 0;
+};
+
+} // namespace wordbm::ooxml
