@@ -1,0 +1,105 @@
+#include "engine/ScriptedUserInterface.h"
+#include "engine/TerminalUserInterface.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace wordbm {
+namespace {
+
+TEST(ScriptedUserInterface, OkBoxesLeaveTheScriptForTheQuestions) {
+    ScriptedUserInterface ui;
+    ui.answers = {msgbox::No};
+    EXPECT_EQ(ui.messageBox("a", msgbox::Information, "t"), msgbox::Ok);
+    EXPECT_EQ(ui.messageBox("b", msgbox::Stop, "t"), msgbox::Ok);
+    EXPECT_EQ(ui.messageBox("c", msgbox::YesNoCancel, "t"), msgbox::No);
+    EXPECT_EQ(ui.unanswered, 0);
+}
+
+TEST(ScriptedUserInterface, AnUnscriptedQuestionIsCountedAndAnsweredCautiously) {
+    ScriptedUserInterface ui;
+    EXPECT_EQ(ui.messageBox("a", msgbox::YesNo, "t"), msgbox::No);
+    EXPECT_EQ(ui.messageBox("b", msgbox::YesNoCancel, "t"), msgbox::Cancel);
+    EXPECT_EQ(ui.unanswered, 2);
+}
+
+TEST(ScriptedUserInterface, DeliversOneEventAtATimeAndQuitsWhenTheScriptEnds) {
+    ScriptedUserInterface ui;
+    std::vector<WindowEvent> seen;
+    ui.attach([&](WindowEvent event, const std::string&) {
+        seen.push_back(event);
+        ui.processEvents(); // a command letting events run must not start the next one
+    });
+    ui.raise(WindowEvent::Analyze);
+    ui.raise(WindowEvent::Verify);
+
+    ui.waitEvents();
+    ui.waitEvents();
+    ui.waitEvents();
+
+    EXPECT_EQ(seen, (std::vector<WindowEvent>{WindowEvent::Analyze, WindowEvent::Verify, WindowEvent::Quit}));
+}
+
+TEST(ScriptedUserInterface, TheWindowOpensTheGivenPathsControlFileFirst) {
+    ScriptedUserInterface ui;
+    std::vector<std::string> opened;
+    ui.attach([&](WindowEvent, const std::string& path) { opened.push_back(path); });
+    ui.mainWindowExecute({"mask", "lauf.csv", "form.docx", false, {}});
+    ui.mainWindowExecute({"mask", "", "", false, {}});
+    EXPECT_EQ(opened, (std::vector<std::string>{"lauf.csv", "form.docx"}));
+}
+
+class Terminal : public ::testing::Test {
+protected:
+    TerminalUserInterface make(int answer, bool bar = false) {
+        TerminalUserInterface::Policy policy;
+        policy.answer = answer;
+        policy.progressBar = bar;
+        return TerminalUserInterface(out, err, policy);
+    }
+    std::ostringstream out;
+    std::ostringstream err;
+};
+
+TEST_F(Terminal, PrintsBoxesWithTheirLinesAndThePolicysAnswer) {
+    auto ui = make(msgbox::Yes);
+    EXPECT_EQ(ui.messageBox("Eins\r\nZwei", msgbox::YesNo, "Titel"), msgbox::Yes);
+    EXPECT_EQ(ui.messageBox("Info", msgbox::Information, "T"), msgbox::Ok);
+    EXPECT_EQ(out.str(), "[Titel] Eins\nZwei\n  -> Ja\n[T] Info\n");
+}
+
+TEST_F(Terminal, StopBoxesGoToTheErrorStreamAndAreCounted) {
+    auto ui = make(msgbox::Yes);
+    ui.messageBox("Fehler", msgbox::Stop, "T");
+    EXPECT_EQ(err.str(), "[T] Fehler\n");
+    EXPECT_EQ(ui.stopBoxes(), 1);
+}
+
+TEST_F(Terminal, CancelAnswersAYesNoQuestionWithNo) {
+    auto ui = make(msgbox::Cancel);
+    EXPECT_EQ(ui.messageBox("?", msgbox::YesNo, "T"), msgbox::No);
+    EXPECT_EQ(ui.messageBox("?", msgbox::YesNoCancel, "T"), msgbox::Cancel);
+}
+
+TEST_F(Terminal, ListsResultsWithTheCountsOfTheListDialog) {
+    auto ui = make(msgbox::Yes);
+    ui.resultListDialog({{"  out/1", "**Pfad nicht gefunden->x/2"}, 2, 1, 1, true});
+    EXPECT_EQ(out.str(), "Dateinamen testen\n  out/1\n**Pfad nicht gefunden->x/2\n"
+                         "Es wurde geprüft, ob die Ordner vorhanden sind.\n2   Total\n1   Ok\n1   Fehler\n");
+}
+
+TEST_F(Terminal, DrawsABarOnlyWhenAskedTo) {
+    auto quiet = make(msgbox::Yes);
+    quiet.progressStart("Lauf", 4);
+    quiet.progressStep(2, 4);
+    quiet.progressStop();
+    EXPECT_EQ(err.str(), "");
+
+    auto bar = make(msgbox::Yes, true);
+    bar.progressStep(2, 4);
+    bar.progressStop();
+    EXPECT_EQ(err.str(), "\r [###############               ] 2/4\n");
+}
+
+} // namespace
+} // namespace wordbm
