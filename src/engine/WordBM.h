@@ -1,0 +1,181 @@
+#pragma once
+
+#include "data/CSVfile.h"
+#include "data/KnownFields.h"
+#include "engine/OptionsMaskStore.h"
+#include "engine/OptionsPort.h"
+#include "engine/SlipPort.h"
+#include "engine/UserInterface.h"
+#include "engine/word/Forward.h"
+#include "names/FileNameTemplate.h"
+#include "qrbill/QRCoder.h"
+#include "qrbill/QRImage.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace wordbm {
+
+// The Word bookmark engine: one word-processor session on a working copy of the user's form,
+// the document walk and analysis, merge-field conversion, bookmark insertion and verification,
+// and the merge run. It owns its companions for the whole run and reaches a person only through
+// the UserInterface. Every automation call that may fail is guarded: a failure is caught where it
+// happens, shown where a message belongs, and never leaves the engine.
+class WordBM {
+public:
+    // Creates a new word-processor instance on every call; may throw AutomationError.
+    using ApplicationFactory = std::function<word::ApplicationPtr()>;
+
+    static constexpr const char* Title = "Word-Rechnungsformular";
+
+    // ui and options must outlive the engine. Attaches the engine to the main window's events.
+    WordBM(UserInterface& ui, OptionsPort& options, ApplicationFactory createWord);
+    // Stores the file-name mask and detaches from the main window.
+    ~WordBM();
+    WordBM(const WordBM&) = delete;
+    WordBM& operator=(const WordBM&) = delete;
+
+    // --- Properties (set by the program entry before Execute) ---
+    const std::string& WordDoc() const { return wordDoc_; }
+    void WordDoc(const std::string& path) { wordDoc_ = path; }
+    const std::string& CSVDoc() const { return csvDoc_; }
+    void CSVDoc(const std::string& path) { csvDoc_ = path; }
+    const std::string& Template() const { return template_.Template(); }
+    // "" loads the stored mask.
+    void Template(const std::string& mask) { template_.Template(mask); }
+
+    // The working copies of the session; "" when there is none.
+    const std::string& WordWork() const { return wordWork_; }
+    const std::string& CSVWork() const { return csvWork_; }
+
+    // --- Companions ---
+    KnownFields& Fields() { return fields_; }
+    CSVfile& CSV() { return csv_; }
+    QRCoder& Coder() { return coder_; }
+    QRImage& QRComponent() { return qrImage_; }
+    FileNameTemplate& NameTemplate() { return template_; }
+    OptionsPort& Options() { return options_; }
+    UserInterface& UI() { return ui_; }
+    // The slip builder that handles "ESQR" bookmarks; none leaves them alone.
+    void SlipBuilder(std::unique_ptr<SlipPort> slip) { slip_ = std::move(slip); }
+    SlipPort* SlipBuilder() const { return slip_.get(); }
+
+    const word::ApplicationPtr& Word() const { return word_; }
+    const word::DocumentPtr& Doc() const { return doc_; }
+
+    // --- Session and working copy ---
+    // The engine's only message box; an empty title becomes the main window's caption.
+    int MyMsgBox(const std::string& text, int buttons, const std::string& title = {});
+    // A word processor is attached and has at least one document open.
+    bool IsWordAlive(bool showMessage = false);
+    // IsWordAlive, a document is open and its bookmarks can be counted.
+    bool CheckDoc(bool showMessage = false);
+    // Opens a working copy of the form in a new word-processor instance. An empty path closes the
+    // form instead (save, end the session, offer the copy-back).
+    bool mfWBM_OpenWordDoc(const std::string& path);
+    // Takes a control file for the merge run; an empty path lets go of it.
+    void mfWBM_OpenCSVDoc(const std::string& path);
+    // The main loop: shows the main window and handles its events until it quits.
+    void Execute(bool mergePage);
+    // Ends the session; force quits without asking and without saving. True when no word
+    // processor remains attached.
+    bool mfWBM_Quit(bool force = false);
+    // Copies a working file back over its original after two confirmations.
+    bool mfWBM_WordCopy(const std::string& original, const std::string& working);
+    bool mfWBM_CSVCopy(const std::string& original, const std::string& working);
+    // Saves and closes the working form, ends the session and offers the copy-back.
+    void WordDocClose();
+    // Carries out one event of the main window.
+    void OnEvent(WindowEvent event, const std::string& argument);
+    bool Running() const { return running_; }
+
+    // --- Document analysis ---
+    void DocumentWalk();
+    void FieldsWalk(const word::FieldsPtr& fields);
+    void TraceAdd(const std::string& text);
+    void mfWBM_Analyze();
+
+    // The state of the last walk.
+    const std::string& Trace() const { return trace_; }
+    int MergeFieldsTotal() const { return mergeFieldsTotal_; }
+    int MergeFieldsKnown() const { return mergeFieldsKnown_; }
+    // The known merge fields in visiting order; a field reached twice is listed twice.
+    const std::vector<word::FieldPtr>& Gathered() const { return gathered_; }
+    int BookmarksTotal() const { return bookmarksTotal_; }
+    int BookmarksKnown() const { return bookmarksKnown_; }
+
+    // --- Merge-field conversion, bookmark insertion and verification ---
+    // Types "[field]" over the selection and puts a new engine bookmark over it; the bookmark's
+    // name, or "" when nothing could be placed.
+    std::string BookmarkCreate(const std::string& field);
+    void mfWBM_Insert(const std::string& field);
+    void mfWBM_Replace();
+    void mfWBM_Reset();
+    void mfWBM_Verify();
+    // Renames bookmarks of the number-first layout; "Textfelder: n-konvertiert" or "".
+    std::string BookmarksConvert();
+    // Fields replaced by the last mfWBM_Replace.
+    int ReplacedCount() const { return replaced_; }
+
+    // --- Merge run and payment slip: implemented with those features (WordBMMerge.cpp and the
+    // slip's own file), not here ---
+    void mfWBM_Merge(bool testOnly = false);
+    void mfWBM_Test();
+    // Fills the open form from data line `row`.
+    void BookmarksFill(std::int32_t row);
+    // Whether the folder of the document path exists, after one attempt to create it.
+    bool DocFolderCheck(const std::string& docPath);
+    void mfWBM_ESQRgo();
+
+private:
+    void AddInHook(const std::string& addIn, const std::string& key);
+    void wordDocShow(const std::string& original, const std::string& working);
+    void wordDocHide();
+    void csvDataClear();
+    bool copyBack(const std::string& kind, const std::string& original, const std::string& working);
+    void walkShape(const word::ShapePtr& shape);
+    void walkSection(const word::SectionPtr& section);
+    void walkHeadersFooters(const word::HeadersFootersPtr& parts, const std::string& kind,
+                            const std::string& closing);
+    void traceOpen(const std::string& text);
+    void traceClose(const std::string& text);
+    std::string bookmarkLine();
+    bool verifyBookmark(const word::BookmarkPtr& bookmark);
+    std::vector<std::string> bookmarkNames();
+
+    UserInterface& ui_;
+    OptionsPort& options_;
+    ApplicationFactory createWord_;
+
+    KnownFields fields_;
+    CSVfile csv_;
+    QRCoder coder_{csv_};
+    QRImage qrImage_;
+    OptionsMaskStore maskStore_{options_};
+    FileNameTemplate template_;
+    std::unique_ptr<SlipPort> slip_;
+
+    word::ApplicationPtr word_;
+    word::DocumentPtr doc_;
+    std::string wordDoc_;
+    std::string csvDoc_;
+    std::string wordWork_;
+    std::string csvWork_;
+    bool wordShown_ = false;
+    bool askedToClose_ = false;
+    bool running_ = false;
+
+    int mergeFieldsTotal_ = 0;
+    int mergeFieldsKnown_ = 0;
+    std::vector<word::FieldPtr> gathered_;
+    int depth_ = 0;
+    std::string trace_;
+    int bookmarksTotal_ = 0;
+    int bookmarksKnown_ = 0;
+    int replaced_ = 0;
+};
+
+} // namespace wordbm

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace wordbm {
+
+// The working file for an original: the same file name in the "_temp_" working folder.
+std::string WorkingCopyPath(const std::string& original);
+
+// Makes the working copy of `original` and returns its path. A file of that name is removed
+// first; failures of the removal or the copy are swallowed, so a stale working file may remain.
+// An original that already lies in the working folder is left as it is.
+std::string WorkingCopyMake(const std::string& original);
+
+} // namespace wordbm

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "FakeWord.h"
+#include "engine/OptionsPort.h"
+#include "engine/ScriptedUserInterface.h"
+#include "engine/WordBM.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace wordbm::testing {
+
+class MemoryOptions : public OptionsPort {
+public:
+    std::string get(const std::string& key) override {
+        const auto found = values.find(key);
+        return found == values.end() ? std::string() : found->second;
+    }
+    void set(const std::string& key, const std::string& value) override { values[key] = value; }
+
+    std::map<std::string, std::string> values;
+};
+
+std::string readBytes(const std::string& path);
+void writeBytes(const std::string& path, const std::string& bytes);
+
+// An engine on the fake word processor, with a scripted person, in a fresh base folder
+// (TARVELL_DEBUG) that holds the originals in "forms" and the working copies in "_temp_".
+class EngineTest : public ::testing::Test {
+protected:
+    EngineTest();
+    ~EngineTest() override;
+
+    // Writes an original into the forms folder and returns its path.
+    std::string original(const std::string& name, const std::string& bytes = "original bytes");
+    // Registers what the file name opens to and writes the original.
+    std::string form(const std::string& name, const fake::FakeForm& form);
+    bool open(const std::string& path) { return engine->mfWBM_OpenWordDoc(path); }
+
+    fake::FakeApplication& app() { return *word.apps.back(); }
+    fake::DocState& doc() { return *app().opened.back(); }
+    const std::string& mainText() { return doc().form.stories[0]; }
+    std::string workFolder() const { return base_ + "/_temp_"; }
+    // Every original still holds the bytes it was written with.
+    void expectOriginalsUntouched() const;
+
+    fake::FakeWord word;
+    ScriptedUserInterface ui;
+    MemoryOptions options;
+    std::unique_ptr<WordBM> engine;
+
+private:
+    std::string base_;
+    std::optional<std::string> savedDebug_;
+    std::map<std::string, std::string> originals_;
+};
+
+} // namespace wordbm::testing
