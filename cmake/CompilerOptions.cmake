@@ -1,17 +1,23 @@
 # One place for the language level and warnings; every target links wordbm_options.
-add_library(wordbm_options INTERFACE)
-target_compile_features(wordbm_options INTERFACE cxx_std_20)
+# wordbm_common and wordbm_sanitizers are its two halves, for the rare target that must not be
+# sanitized (the LibreOffice worker: LibreOffice cannot run under AddressSanitizer).
+add_library(wordbm_common INTERFACE)
+target_compile_features(wordbm_common INTERFACE cxx_std_20)
 # Headers generated at configure time (app/Version.h).
-target_include_directories(wordbm_options INTERFACE "${PROJECT_BINARY_DIR}/generated")
-target_compile_options(wordbm_options INTERFACE
+target_include_directories(wordbm_common INTERFACE "${PROJECT_BINARY_DIR}/generated")
+target_compile_options(wordbm_common INTERFACE
     $<$<CXX_COMPILER_ID:GNU,Clang>:-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wconversion -Wno-sign-conversion>)
 
 option(WORDBM_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+add_library(wordbm_sanitizers INTERFACE)
 if(WORDBM_SANITIZE)
-    target_compile_options(wordbm_options INTERFACE
+    target_compile_options(wordbm_sanitizers INTERFACE
         -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
-    target_link_options(wordbm_options INTERFACE -fsanitize=address,undefined)
+    target_link_options(wordbm_sanitizers INTERFACE -fsanitize=address,undefined)
 endif()
+
+add_library(wordbm_options INTERFACE)
+target_link_libraries(wordbm_options INTERFACE wordbm_common wordbm_sanitizers)
 
 # Adds the static library of the calling folder, made of every .cpp in it (main.cpp aside),
 # linked to the libraries given after the name. A folder with headers only gets an INTERFACE target.
