@@ -8,6 +8,7 @@
 #include "engine/word/Range.h"
 #include "engine/word/Sections.h"
 #include "engine/word/Selection.h"
+#include "engine/word/TextLength.h"
 
 #include <exception>
 
@@ -31,17 +32,6 @@ int characterCount(std::string_view text) {
         }
     }
     return count;
-}
-
-// Selection moves count UTF-16 units, as Word does: a character beyond the BMP counts two.
-int moveUnits(std::string_view text) {
-    int units = 0;
-    for (char c : text) {
-        if (!isContinuationByte(c)) {
-            units += static_cast<unsigned char>(c) >= 0xF0 ? 2 : 1;
-        }
-    }
-    return units;
 }
 
 // The second character of the text, "" when it has fewer than two.
@@ -69,6 +59,9 @@ void typeBackspaces(word::Selection& selection, int count) {
 } // namespace
 
 std::string WordBM::BookmarkCreate(const std::string& field) {
+    if (!word_) {
+        return {};
+    }
     const std::string display = "[" + field + "]";
     const std::string name = KnownFields::BookmarkNameMake(field);
     word::SelectionPtr selection;
@@ -79,7 +72,8 @@ std::string WordBM::BookmarkCreate(const std::string& field) {
         return {};
     }
     try {
-        selection->MoveLeft(word::wd::wdCharacter, moveUnits(display), word::wd::wdExtend);
+        selection->MoveLeft(word::wd::wdCharacter, static_cast<int>(word::TextLength(display)),
+                            word::wd::wdExtend);
         const word::BookmarksPtr bookmarks = word_->ActiveDocument()->Bookmarks();
         bookmarks->Add(name, selection->Range());
         bookmarks->DefaultSorting(0);
