@@ -282,7 +282,11 @@ void WordBM::OnEvent(WindowEvent event, const std::string& argument) {
         }
         break;
     case WindowEvent::Timer:
-        CheckDoc(true);
+        // Once the form is gone from the window there is nothing left to watch, and a dead word
+        // processor would otherwise be reported on every tick.
+        if (wordShown_) {
+            CheckDoc(true);
+        }
         break;
     case WindowEvent::Merge:
     case WindowEvent::Test:

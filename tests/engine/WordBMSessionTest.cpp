@@ -131,6 +131,21 @@ TEST_F(Session, AWordProcessorGoneUnderTheEngineIsReportedWhereMessagesAreWanted
     EXPECT_FALSE(ui.wordDoc);
 }
 
+TEST_F(Session, TheWindowsTimerReportsAWordProcessorClosedByHandOnce) {
+    ASSERT_TRUE(open(form("Rechnung.docx", letter())));
+    engine->OnEvent(WindowEvent::Timer, {});
+    EXPECT_TRUE(ui.boxes.empty());
+
+    app().crash();
+    engine->OnEvent(WindowEvent::Timer, {});
+    engine->OnEvent(WindowEvent::Timer, {});
+
+    ASSERT_EQ(ui.boxes.size(), 1u);
+    EXPECT_EQ(ui.boxes[0].text.substr(ui.boxes[0].text.find("\r\n")),
+              "\r\nWord kann nicht angesprochen werden!");
+    EXPECT_FALSE(ui.wordDoc);
+}
+
 TEST_F(Session, AnEmptyMessageBoxTitleBecomesTheWindowCaption) {
     engine->MyMsgBox("x", 64);
     EXPECT_EQ(ui.boxes.back().title, "WordBM");
