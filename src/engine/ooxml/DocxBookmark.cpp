@@ -1,0 +1,50 @@
+#include "engine/ooxml/DocxBookmark.h"
+
+#include "engine/AutomationError.h"
+#include "engine/ooxml/DocxDocument.h"
+#include "engine/ooxml/DocxRange.h"
+
+namespace wordbm::ooxml {
+
+DocxBookmark::DocxBookmark(std::shared_ptr<DocxDocument> document, std::string name)
+    : document_(std::move(document)), name_(std::move(name)) {}
+
+const BookmarkEntry& DocxBookmark::entry() const {
+    document_->check();
+    const auto* found = document_->bookmarkIndex().find(name_);
+    if (!found) {
+        throw AutomationError("Die Textmarke «" + name_ + "» ist nicht mehr vorhanden.");
+    }
+    return *found;
+}
+
+std::string DocxBookmark::Name() const {
+    return entry().name;
+}
+
+long DocxBookmark::Start() const {
+    return entry().start;
+}
+
+long DocxBookmark::End() const {
+    return entry().end;
+}
+
+int DocxBookmark::StoryType() const {
+    return entry().story->wordType();
+}
+
+word::RangePtr DocxBookmark::Range() {
+    const auto& found = entry();
+    return std::make_shared<DocxRange>(document_, found.story, Span{found.start, found.end});
+}
+
+void DocxBookmark::Select() {
+    Range()->Select();
+}
+
+void DocxBookmark::Delete() {
+    document_->deleteBookmark(entry());
+}
+
+} // namespace wordbm::ooxml

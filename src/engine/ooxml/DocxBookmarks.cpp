@@ -1,0 +1,126 @@
+#include "engine/ooxml/DocxBookmarks.h"
+
+#include "engine/AutomationError.h"
+#include "engine/ooxml/DocxBookmark.h"
+#include "engine/ooxml/DocxDocument.h"
+#include "engine/ooxml/DocxRange.h"
+#include "engine/ooxml/NameKey.h"
+#include "engine/ooxml/Utf16.h"
+
+#include <algorithm>
+
+namespace wordbm::ooxml {
+
+namespace {
+
+bool isAsciiLetter(unsigned char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+} // namespace
+
+DocxBookmarks::DocxBookmarks(std::shared_ptr<DocxDocument> document) : document_(std::move(document)) {}
+
+DocxBookmarks::DocxBookmarks(std::shared_ptr<DocxDocument> document, Story* story, long start, long end)
+    : document_(std::move(document)), scope_(Scope{story, start, end}) {}
+
+bool DocxBookmarks::validName(const std::string& name) {
+    if (name.empty() || utf16::length(name) > 40) {
+        return false;
+    }
+    const auto first = static_cast<unsigned char>(name.front());
+    // Letters of other scripts (bytes from 0x80 on) are letters to Word as well.
+    if (!isAsciiLetter(first) && first != '_' && first < 0x80) {
+        return false;
+    }
+    return std::all_of(name.begin(), name.end(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return isAsciiLetter(byte) || (byte >= '0' && byte <= '9') || byte == '_' || byte >= 0x80;
+    });
+}
+
+std::vector<BookmarkEntry> DocxBookmarks::visible() const {
+    document_->check();
+    std::vector<BookmarkEntry> entries;
+    if (scope_ && !scope_->story) {
+        return entries;
+    }
+    const bool hiddenToo = document_->showHiddenBookmarks();
+    for (const auto& entry : document_->bookmarkIndex().sorted()) {
+        if (entry.hidden() && !hiddenToo) {
+            continue;
+        }
+        if (scope_ &&
+            (entry.story != scope_->story || entry.start < scope_->start || entry.end > scope_->end)) {
+            continue;
+        }
+        entries.push_back(entry);
+    }
+    if (scope_) {
+        std::stable_sort(entries.begin(), entries.end(), [](const BookmarkEntry& a, const BookmarkEntry& b) {
+            return a.start != b.start ? a.start < b.start : a.end > b.end;
+        });
+    }
+    return entries;
+}
+
+int DocxBookmarks::Count() const {
+    return static_cast<int>(visible().size());
+}
+
+word::BookmarkPtr DocxBookmarks::Item(int index) {
+    const auto entries = visible();
+    if (index < 1 || index > static_cast<int>(entries.size())) {
+        throw AutomationError("Das angeforderte Element der Textmarken-Auflistung ist nicht vorhanden.");
+    }
+    return std::make_shared<DocxBookmark>(document_, entries[index - 1].name);
+}
+
+word::BookmarkPtr DocxBookmarks::Item(const std::string& name) {
+    if (!Exists(name)) {
+        throw AutomationError("Die Textmarke «" + name + "» ist nicht vorhanden.");
+    }
+    return std::make_shared<DocxBookmark>(document_, document_->bookmarkIndex().find(name)->name);
+}
+
+bool DocxBookmarks::Exists(const std::string& name) const {
+    const auto entries = visible();
+    const auto key = nameKey(name);
+    return std::any_of(entries.begin(), entries.end(),
+                       [&](const BookmarkEntry& entry) { return entry.key == key; });
+}
+
+word::BookmarkPtr DocxBookmarks::Add(const std::string& name, const word::RangePtr& range) {
+    document_->check();
+    const auto* target = dynamic_cast<const DocxRange*>(range.get());
+    if (!target || &target->document() != document_.get() || !target->story()) {
+        throw AutomationError("Der Bereich für die Textmarke gehört nicht zu diesem Dokument.");
+    }
+    if (!validName(name)) {
+        throw AutomationError("Ungültiger Textmarkenname: «" + name + "».");
+    }
+    document_->addBookmark(name, *target->story(), target->current());
+    return std::make_shared<DocxBookmark>(document_, name);
+}
+
+int DocxBookmarks::DefaultSorting() const {
+    document_->check();
+    return document_->bookmarkSorting();
+}
+
+void DocxBookmarks::DefaultSorting(int sorting) {
+    document_->check();
+    document_->bookmarkSorting(sorting);
+}
+
+bool DocxBookmarks::ShowHidden() const {
+    document_->check();
+    return document_->showHiddenBookmarks();
+}
+
+void DocxBookmarks::ShowHidden(bool show) {
+    document_->check();
+    document_->showHiddenBookmarks(show);
+}
+
+} // namespace wordbm::ooxml

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "engine/ooxml/BookmarkIndex.h"
+#include "engine/ooxml/SectionLayout.h"
+#include "engine/ooxml/SelectionState.h"
+#include "engine/ooxml/Span.h"
+#include "engine/ooxml/StoryRegistry.h"
+#include "engine/word/Document.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace wordbm::ooxml {
+
+class Package;
+
+// A .docx or .docm opened by the embedded word processor. The objects it hands out (ranges,
+// bookmarks, fields, shapes) refer back to it and throw AutomationError once it is closed.
+class DocxDocument final : public word::Document, public std::enable_shared_from_this<DocxDocument> {
+public:
+    // Throws AutomationError with a German description for a missing, damaged or refused file.
+    static std::shared_ptr<DocxDocument> open(const std::string& path);
+    ~DocxDocument() override;
+
+    std::string Name() const override;
+    std::string FullName() const override;
+    std::string Path() const override;
+    bool Saved() const override;
+
+    word::BookmarksPtr Bookmarks() override;
+    word::FieldsPtr Fields() override;
+    word::ShapesPtr Shapes() override;
+    word::SectionsPtr Sections() override;
+    word::RangePtr Content() override;
+    word::RangePtr Range(std::optional<long> start = std::nullopt,
+                         std::optional<long> end = std::nullopt) override;
+    word::MailMergePtr MailMerge() override;
+
+    void Select() override;
+    void Save() override;
+    void SaveAs2(const std::string& fileName) override;
+    void Close(std::optional<int> saveChanges = std::nullopt) override;
+    void ExportAsFixedFormat(const std::string& outputFileName, int exportFormat,
+                             bool useISO19005_1 = false) override;
+    void PrintOut() override;
+
+    // --- for the objects that refer into the document ---
+    // Throws once the document is closed.
+    void check() const;
+    bool closed() const { return closed_; }
+    Package& package();
+    StoryRegistry& stories();
+    const BookmarkIndex& bookmarkIndex();
+    const std::vector<SectionParts>& sections();
+    SelectionState& selection();
+
+    // Every edit goes through these, so the document knows what to save and when tables are stale.
+    std::pair<long, long> replace(Story& story, const Span& span, std::string_view text,
+                                  pugi::xml_node run = {});
+    void addBookmark(const std::string& name, Story& story, const Span& span);
+    void deleteBookmark(const BookmarkEntry& bookmark);
+    void setFieldCode(Story& story, pugi::xml_node field, std::string_view code);
+    void format(Story& story, const Span& span, const std::function<void(pugi::xml_node)>& change);
+    // After drawings in `holder` were added, removed or changed by the drawing classes.
+    void drawingsChanged(Story& holder);
+    // Before a subtree with drawings is removed: the text boxes in it stop being stories.
+    void retireInside(pugi::xml_node subtree);
+    // The mail-merge settings changed: the document needs saving.
+    void settingsChanged();
+    // A new drawing id, above every id of every part.
+    unsigned nextDrawingId();
+
+    bool showHiddenBookmarks() const { return showHidden_; }
+    void showHiddenBookmarks(bool show) { showHidden_ = show; }
+    int bookmarkSorting() const { return sorting_; }
+    void bookmarkSorting(int sorting) { sorting_ = sorting; }
+
+    // Saves the current state into a private temporary folder and returns the file's path.
+    std::string temporaryCopy(const std::string& folder);
+
+private:
+    DocxDocument(std::unique_ptr<Package> package, std::string path);
+    void changed(Story& story);
+    void writeTo(const std::string& path);
+    void refreshFallbacks();
+    std::shared_ptr<DocxDocument> self();
+
+    std::unique_ptr<Package> package_;
+    std::string path_;
+    std::unique_ptr<StoryRegistry> stories_;
+    SelectionState selection_;
+    std::uint64_t generation_ = 0;
+    std::unique_ptr<BookmarkIndex> bookmarks_;
+    std::uint64_t bookmarksGeneration_ = ~std::uint64_t{0};
+    std::vector<SectionParts> sections_;
+    std::uint64_t sectionsGeneration_ = ~std::uint64_t{0};
+    bool saved_ = true;
+    bool closed_ = false;
+    bool showHidden_ = false;
+    int sorting_ = 0;
+};
+
+} // namespace wordbm::ooxml

@@ -1,0 +1,18 @@
+#include "engine/ooxml/DocxSection.h"
+
+#include "engine/ooxml/DocxDocument.h"
+#include "engine/ooxml/DocxHeadersFooters.h"
+
+namespace wordbm::ooxml {
+
+word::HeadersFootersPtr DocxSection::Headers() {
+    document_->check();
+    return std::make_shared<DocxHeadersFooters>(document_, index_, true);
+}
+
+word::HeadersFootersPtr DocxSection::Footers() {
+    document_->check();
+    return std::make_shared<DocxHeadersFooters>(document_, index_, false);
+}
+
+} // namespace wordbm::ooxml

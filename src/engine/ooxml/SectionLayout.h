@@ -1,0 +1,27 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace wordbm::ooxml {
+
+class Package;
+class StoryRegistry;
+
+// The header and footer parts each section shows, by Word's index (0 primary, 1 first page, 2 even
+// pages). A type a section does not define is the one of the section before; empty when no section
+// up to this one defines it.
+struct SectionParts {
+    std::array<std::string, 3> headers;
+    std::array<std::string, 3> footers;
+};
+
+class SectionLayout {
+public:
+    // One entry per section: every w:sectPr in a paragraph, then the body's own (or an implicit one
+    // when the body has none). Also gives header and footer stories their Word story types.
+    static std::vector<SectionParts> read(Package& package, StoryRegistry& stories);
+};
+
+} // namespace wordbm::ooxml
