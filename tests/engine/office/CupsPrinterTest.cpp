@@ -2,11 +2,12 @@
 // private cupsd, found again as PDFs in its output folder.
 #include "engine/office/CupsPrinter.h"
 
+#include "EnvGuard.h"
 #include "ExternalProgram.h"
 #include "PrivateCupsd.h"
-#include "ScopedEnvironment.h"
-#include "TestFolder.h"
+#include "TempDir.h"
 #include "engine/AutomationError.h"
+#include "support/FileOps.h"
 
 #include <exception>
 #include <functional>
@@ -64,10 +65,10 @@ std::string printMessage(const std::function<void()>& print) {
 // Clears every client setting that could lead to a printer outside the test.
 class CupsClientTest : public testing::Test {
 protected:
-    ScopedEnvironment environment{"CUPS_SERVER", "CUPS_SERVERROOT", "HOME",
-                                  "PRINTER",     "LPDEST",          "WORDBM_PRINTER"};
-    TestFolder folder;
-    const std::string pdf = folder.write("invoice.pdf", onePagePdf("Rechnung 4711"));
+    EnvGuard environment{"CUPS_SERVER", "CUPS_SERVERROOT", "HOME", "PRINTER", "LPDEST", "WORDBM_PRINTER"};
+    TempDir folder;
+    const std::string pdf = folder / "invoice.pdf";
+    void SetUp() override { wordbm::writeFileAtomic(pdf, onePagePdf("Rechnung 4711")); }
 };
 
 class CupsPrinterErrors : public CupsClientTest {};
@@ -75,14 +76,15 @@ class CupsPrinterErrors : public CupsClientTest {};
 class CupsPrinting : public CupsClientTest {
 protected:
     void SetUp() override {
+        CupsClientTest::SetUp();
         if (!cupsd.unavailable().empty()) {
             GTEST_SKIP() << "no private cupsd in this environment: " << cupsd.unavailable();
         }
         ASSERT_EQ(cupsd.setupError(), "");
-        ScopedEnvironment::set("CUPS_SERVER", cupsd.socketPath());
+        EnvGuard::set("CUPS_SERVER", cupsd.socketPath());
         // Nobody's lpoptions or client.conf may bring in a default printer.
-        ScopedEnvironment::set("CUPS_SERVERROOT", cupsd.clientFolder().string());
-        ScopedEnvironment::set("HOME", cupsd.clientFolder().string());
+        EnvGuard::set("CUPS_SERVERROOT", cupsd.clientFolder().string());
+        EnvGuard::set("HOME", cupsd.clientFolder().string());
     }
 
     std::string printedPdf() const { return cupsd.waitForPrintedPdf(std::chrono::seconds(90)); }
@@ -99,7 +101,7 @@ TEST_F(CupsPrinterErrors, AMissingPdfIsNamed) {
 }
 
 TEST_F(CupsPrinterErrors, AServerThatIsNotThereIsSaid) {
-    ScopedEnvironment::set("CUPS_SERVER", folder / "nobody.sock");
+    EnvGuard::set("CUPS_SERVER", folder / "nobody.sock");
     EXPECT_THAT(printMessage([&] { CupsPrinter::print(pdf, "office"); }),
                 StartsWith("Der Druckdienst (CUPS) ist nicht erreichbar"));
     EXPECT_THAT(printMessage([&] { CupsPrinter::print(pdf); }),
@@ -137,7 +139,7 @@ TEST_F(CupsPrinting, PrintsOnTheDefaultDestination) {
 
 TEST_F(CupsPrinting, WordbmPrinterComesBeforeTheDefault) {
     ASSERT_TRUE(cupsd.makeQueueDefault());
-    ScopedEnvironment::set("WORDBM_PRINTER", "Empfang");
+    EnvGuard::set("WORDBM_PRINTER", "Empfang");
     EXPECT_EQ(printMessage([&] { CupsPrinter::print(pdf); }), "Drucker nicht gefunden: Empfang");
     std::string chosen;
     std::jthread([&] { chosen = CupsPrinter::defaultPrinter(); }).join();

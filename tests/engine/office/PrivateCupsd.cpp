@@ -1,13 +1,11 @@
 #include "PrivateCupsd.h"
 
 #include "ExternalProgram.h"
+#include "support/FileOps.h"
 
 #include <csignal>
 #include <fcntl.h>
-#include <fstream>
 #include <spawn.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -19,50 +17,38 @@ namespace fs = std::filesystem;
 namespace {
 
 const char* const Cupsd = "/usr/sbin/cupsd";
-const char* const CupsPdfBackend = "/usr/lib/cups/backend/cups-pdf";
-const char* const CupsPdfPpd = "/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd";
-
-bool writeFile(const fs::path& path, const std::string& text) {
-    std::ofstream out(path);
-    out << text;
-    return static_cast<bool>(out.flush());
-}
 
 // Anyone may do anything: the socket lies in a folder of this test only.
-std::string daemonSettings(const std::string& socket) {
-    return "LogLevel debug\nListen " + socket +
-           "\nBrowsing No\nWebInterface No\nDefaultAuthType None\n"
-           "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
-           "<Policy default>\n  <Limit All>\n    Order allow,deny\n    Allow all\n  </Limit>\n</Policy>\n";
-}
+const char* const AccessRules = "Browsing No\nWebInterface No\nDefaultAuthType None\n"
+                                "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
+                                "<Policy default>\n  <Limit All>\n    Order allow,deny\n    Allow all\n"
+                                "  </Limit>\n</Policy>\n";
 
-std::string fileSettings(const fs::path& root) {
-    const std::string base = root.string();
+std::string folderSettings(const std::string& base) {
     return "ServerRoot " + base + "/conf\nRequestRoot " + base + "/spool\nTempDir " + base +
            "/tmp\nCacheDir " + base + "/cache\nStateDir " + base + "/state\nErrorLog " + base +
            "/log/error_log\nAccessLog " + base + "/log/access_log\nPageLog " + base +
            "/log/page_log\nSandboxing Relaxed\n";
 }
 
+bool write(const fs::path& path, const std::string& text) {
+    return wordbm::writeFileAtomic(path.string(), text).empty();
+}
+
 } // namespace
 
-PrivateCupsd::PrivateCupsd() {
-    socket_ = folder_ / "cups.sock";
+PrivateCupsd::PrivateCupsd() : socket_(folder_ / "cups.sock") {
     if (::geteuid() != 0) {
         unavailable_ = "cupsd runs the cups-pdf backend only when started as root";
-        return;
-    }
-    if (::access(Cupsd, X_OK) != 0 || ::access(CupsPdfBackend, F_OK) != 0) {
+    } else if (::access(Cupsd, X_OK) != 0 || ::access("/usr/lib/cups/backend/cups-pdf", F_OK) != 0) {
         unavailable_ = "cupsd or the cups-pdf backend is not installed";
-        return;
+    } else if (setupError_ = writeSettings(); setupError_.empty()) {
+        unavailable_ = startDaemon();
     }
-    setupError_ = writeConfiguration();
-    if (!setupError_.empty()) {
-        return;
-    }
-    unavailable_ = startDaemon();
-    if (unavailable_.empty()) {
-        setupError_ = addQueue();
+    if (pid_ > 0 && runProgram({"lpadmin", "-h", socket_, "-p", queue_, "-E", "-v", deviceUri_, "-P",
+                                "/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd"})
+                            .exitStatus != 0) {
+        setupError_ = "lpadmin cannot add the cups-pdf queue" + errorLogTail();
     }
 }
 
@@ -77,102 +63,71 @@ PrivateCupsd::~PrivateCupsd() {
     }
 }
 
-std::string PrivateCupsd::writeConfiguration() {
+std::string PrivateCupsd::writeSettings() {
     const fs::path root = folder_.path();
     for (const char* sub : {"conf", "spool", "tmp", "cache", "state", "log", "out", "cups-pdf", "client"}) {
         fs::create_directory(root / sub);
     }
-    // Filters run as the unprivileged lp user and need to reach the temporary folder.
-    fs::permissions(root, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
-                              fs::perms::others_read | fs::perms::others_exec);
+    // Filters run as the unprivileged lp user and must reach the temporary folder.
+    fs::permissions(root, fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
     fs::permissions(root / "tmp", fs::perms::all | fs::perms::sticky_bit);
-    if (!writeFile(root / "conf" / "cupsd.conf", daemonSettings(socket_)) ||
-        !writeFile(root / "conf" / "cups-files.conf", fileSettings(root))) {
-        return "cannot write the cupsd settings";
-    }
     // The device URI cups-pdf:/<instance> makes cups-pdf read /etc/cups/cups-pdf-<instance>.conf.
-    const std::string folderName = root.filename().string();
-    const std::string instance =
-        "wordbm" + std::to_string(::getpid()) + "-" + folderName.substr(folderName.size() - 6);
+    const std::string instance = "wordbm" + std::to_string(::getpid()) + "-" + root.filename().string();
+    deviceUri_ = "cups-pdf:/" + instance;
     cupsPdfSettings_ = "/etc/cups/cups-pdf-" + instance + ".conf";
-    const std::string settings = "Out " + (root / "out").string() + "\nSpool " +
-                                 (root / "cups-pdf").string() + "\nLog " + (root / "log").string() +
-                                 "\nAnonDirName " + (root / "out").string() + "\nLogType 7\n";
-    if (!writeFile(cupsPdfSettings_, settings)) {
-        cupsPdfSettings_.clear();
-        return "cannot write the cups-pdf settings into /etc/cups";
+    const std::string out = (root / "out").string();
+    if (!write(root / "conf" / "cupsd.conf", "LogLevel debug\nListen " + socket_ + "\n" + AccessRules) ||
+        !write(root / "conf" / "cups-files.conf", folderSettings(root.string())) ||
+        !write(cupsPdfSettings_, "Out " + out + "\nAnonDirName " + out + "\nSpool " +
+                                     (root / "cups-pdf").string() + "\nLog " + (root / "log").string() +
+                                     "\n")) {
+        return "cannot write the cupsd and cups-pdf settings";
     }
-    queueUri_ = "cups-pdf:/" + instance;
     return {};
 }
 
 std::string PrivateCupsd::startDaemon() {
-    const fs::path conf = folder_.path() / "conf";
-    const std::string daemonConf = (conf / "cupsd.conf").string();
-    const std::string filesConf = (conf / "cups-files.conf").string();
+    const std::string conf = (folder_.path() / "conf").string();
     const std::string log = (folder_.path() / "log" / "cupsd.out").string();
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
                                      0644);
-    posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
-    std::vector<char*> argv{const_cast<char*>(Cupsd),
-                            const_cast<char*>("-f"),
-                            const_cast<char*>("-c"),
-                            const_cast<char*>(daemonConf.c_str()),
-                            const_cast<char*>("-s"),
-                            const_cast<char*>(filesConf.c_str()),
-                            nullptr};
-    const int error = ::posix_spawn(&pid_, Cupsd, &actions, nullptr, argv.data(), environ);
+    const std::string daemonConf = conf + "/cupsd.conf", filesConf = conf + "/cups-files.conf";
+    const char* argv[] = {Cupsd, "-f", "-c", daemonConf.c_str(), "-s", filesConf.c_str(), nullptr};
+    const int error = ::posix_spawn(&pid_, Cupsd, &actions, nullptr, const_cast<char**>(argv), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
         pid_ = -1;
         return "cupsd does not start";
     }
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!listening()) {
-        int status = 0;
-        if (::waitpid(pid_, &status, WNOHANG) == pid_) {
+    for (const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30); !running();) {
+        if (::waitpid(pid_, nullptr, WNOHANG) == pid_ || std::chrono::steady_clock::now() > deadline) {
+            ::kill(pid_, SIGKILL);
+            ::waitpid(pid_, nullptr, 0);
             pid_ = -1;
-            return "cupsd ended at once: " + readBytes(log) + errorLogTail();
-        }
-        if (std::chrono::steady_clock::now() > deadline) {
-            return "cupsd does not listen on its socket";
+            return "cupsd does not come up: " + wordbm::readFileBytes(log).value_or("") + errorLogTail();
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     return {};
 }
 
-bool PrivateCupsd::listening() const {
-    const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    socket_.copy(address.sun_path, sizeof address.sun_path - 1);
-    const bool connected = ::connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    ::close(fd);
-    return connected;
-}
-
-std::string PrivateCupsd::addQueue() {
-    const auto added =
-        runProgram({"lpadmin", "-h", socket_, "-p", queue_, "-E", "-v", queueUri_, "-P", CupsPdfPpd});
-    return added.exitStatus == 0 ? std::string() : "lpadmin cannot add the cups-pdf queue" + errorLogTail();
+bool PrivateCupsd::running() const {
+    return runProgram({"lpstat", "-h", socket_, "-r"}).standardOutput == "scheduler is running\n";
 }
 
 bool PrivateCupsd::makeQueueDefault() const {
     return runProgram({"lpadmin", "-h", socket_, "-d", queue_}).exitStatus == 0;
 }
 
-bool PrivateCupsd::jobsPending() const {
-    return !runProgram({"lpstat", "-h", socket_, "-o"}).standardOutput.empty();
-}
-
 std::string PrivateCupsd::waitForPrintedPdf(std::chrono::seconds patience) const {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (std::chrono::steady_clock::now() < deadline) {
-        for (const auto& entry : fs::directory_iterator(outputFolder())) {
-            if (entry.path().extension() == ".pdf" && !jobsPending()) {
+    for (const auto deadline = std::chrono::steady_clock::now() + patience;
+         std::chrono::steady_clock::now() < deadline;) {
+        // A job still listed may still be writing its PDF.
+        const bool jobsPending = !runProgram({"lpstat", "-h", socket_, "-o"}).standardOutput.empty();
+        for (const auto& entry : fs::directory_iterator(folder_.path() / "out")) {
+            if (entry.path().extension() == ".pdf" && !jobsPending) {
                 return entry.path().string();
             }
         }
@@ -182,6 +137,7 @@ std::string PrivateCupsd::waitForPrintedPdf(std::chrono::seconds patience) const
 }
 
 std::string PrivateCupsd::errorLogTail() const {
-    const std::string log = readBytes((folder_.path() / "log" / "error_log").string());
+    const std::string log =
+        wordbm::readFileBytes((folder_.path() / "log" / "error_log").string()).value_or("");
     return "\n--- cupsd error_log (end) ---\n" + log.substr(log.size() > 4000 ? log.size() - 4000 : 0);
 }

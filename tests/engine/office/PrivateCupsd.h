@@ -1,8 +1,9 @@
 #pragma once
 
-#include "TestFolder.h"
+#include "TempDir.h"
 
 #include <chrono>
+#include <filesystem>
 #include <string>
 #include <sys/types.h>
 
@@ -16,32 +17,29 @@ public:
     PrivateCupsd(const PrivateCupsd&) = delete;
     PrivateCupsd& operator=(const PrivateCupsd&) = delete;
 
-    // Why no cupsd can run here at all (not root, no cupsd, it does not come up); else empty.
+    // Why no cupsd can run here at all (not root, not installed, does not come up); else empty.
     const std::string& unavailable() const { return unavailable_; }
-    // What went wrong after cupsd came up (the queue could not be made); else empty.
+    // What went wrong around a running cupsd (settings, the queue); else empty.
     const std::string& setupError() const { return setupError_; }
 
     const std::string& socketPath() const { return socket_; }
     const std::string& queue() const { return queue_; }
-    std::filesystem::path outputFolder() const { return folder_.path() / "out"; }
     std::filesystem::path clientFolder() const { return folder_.path() / "client"; }
 
     bool makeQueueDefault() const;
-    // The first PDF cups-pdf has finished, or empty when none comes before the deadline.
+    // The first PDF cups-pdf has finished, or empty when none comes in time.
     std::string waitForPrintedPdf(std::chrono::seconds patience) const;
     std::string errorLogTail() const;
 
 private:
-    std::string writeConfiguration();
+    std::string writeSettings();
     std::string startDaemon();
-    bool listening() const;
-    std::string addQueue();
-    bool jobsPending() const;
+    bool running() const;
 
-    TestFolder folder_;
+    TempDir folder_;
     std::string socket_;
     std::string queue_ = "wordbm-pdf";
-    std::string queueUri_;
+    std::string deviceUri_;
     std::string cupsPdfSettings_;
     pid_t pid_ = -1;
     std::string unavailable_;
