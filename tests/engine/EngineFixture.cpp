@@ -44,6 +44,10 @@ std::string EngineTest::original(const std::string& name, const std::string& byt
     return path;
 }
 
+std::string EngineTest::copyIn(const std::string& source, const std::string& name) {
+    return original(name, readBytes(source));
+}
+
 std::string EngineTest::form(const std::string& name, const fake::FakeForm& form) {
     word.forms[name] = form;
     return original(name);

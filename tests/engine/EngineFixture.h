@@ -36,6 +36,8 @@ protected:
 
     // Writes an original into the forms folder and returns its path.
     std::string original(const std::string& name, const std::string& bytes = "original bytes");
+    // Copies a real document into the forms folder as an original and returns its path.
+    std::string copyIn(const std::string& source, const std::string& name);
     // Registers what the file name opens to and writes the original.
     std::string form(const std::string& name, const fake::FakeForm& form);
     bool open(const std::string& path) { return engine->mfWBM_OpenWordDoc(path); }

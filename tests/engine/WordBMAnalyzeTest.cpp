@@ -109,24 +109,5 @@ TEST_F(Analysis, AHeaderTextBoxIsSeenFromEveryHeaderAndFooter) {
     EXPECT_EQ(engine->Gathered().size(), 6u);
 }
 
-TEST_F(Analysis, RenamesNumberFirstBookmarks) {
-    fake::FakeForm form;
-    form.text("An ").bookmark("kdx5_123456_KliName", "Hans Muster").text("\r");
-    ASSERT_TRUE(open(this->form("Rechnung.docx", form)));
-
-    engine->mfWBM_Analyze();
-
-    EXPECT_EQ(ui.texts(), std::vector<std::string>{"KDX5-Exportfelder: 63-total\r\n"
-                                                   "Textfelder: 1-konvertiert\r\n"
-                                                   "Textfelder: 1-total, 1-bekannt, 0-unbekannt\r\n"
-                                                   "Seriendruckfelder: 0-total, 0-bekannt, 0-unbekannt"});
-    EXPECT_EQ(mainText(), "An [KliName]\r");
-    ASSERT_EQ(doc().form.bookmarks.size(), 1u);
-    const std::string name = doc().form.bookmarks[0].name;
-    EXPECT_TRUE(name.starts_with("kdx6_KliName_")) << name;
-    EXPECT_EQ(name.size(), std::string("kdx6_KliName_123456").size());
-    EXPECT_EQ(doc().form.bookmarkText(name), "[KliName]");
-}
-
 } // namespace
 } // namespace wordbm::testing

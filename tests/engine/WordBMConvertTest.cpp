@@ -106,16 +106,6 @@ TEST_F(Conversion, CancelInTheFirstQuestionChangesNothing) {
     EXPECT_EQ(mainText(), before);
 }
 
-TEST_F(Conversion, CancelMidwayKeepsTheReplacementsMadeSoFar) {
-    openLetter();
-    ui.answers = {msgbox::No, msgbox::Yes, msgbox::Cancel};
-
-    engine->mfWBM_Replace();
-
-    EXPECT_EQ(ui.boxes.back().text, "1 Seriendruckfelder wurden duch Textfelder ersetzt!");
-    EXPECT_EQ(mainText(), "[KliName] <KliKonto> <Unbekannt> <RgDatum>\r");
-}
-
 TEST_F(Conversion, AWordProcessorGoneMidwayReplacesNothingMore) {
     openLetter();
     ui.answers = {msgbox::No, msgbox::Yes, msgbox::Yes, msgbox::Yes};
@@ -135,19 +125,6 @@ TEST_F(Conversion, AFormWithoutMergeFieldsReplacesNone) {
     ui.answers = {msgbox::Yes};
     engine->mfWBM_Replace();
     EXPECT_EQ(ui.boxes.back().text, "0 Seriendruckfelder wurden duch Textfelder ersetzt!");
-}
-
-TEST_F(Conversion, ResetDeletesTheKnownMergeFieldsOnly) {
-    openLetter();
-    ui.answers = {msgbox::Yes};
-
-    engine->mfWBM_Reset();
-
-    EXPECT_EQ(ui.texts(),
-              (std::vector<std::string>{"Alle Seriendruckfelder löschen und ein normales Dokument machen?",
-                                        "3/3 Seriendruckfelder gelöscht!"}));
-    EXPECT_EQ(mainText(), "  <Unbekannt> \r");
-    EXPECT_EQ(doc().form.mainDocumentType, -1);
 }
 
 TEST_F(Conversion, ResetAnsweredOtherwiseThanYesChangesNothing) {
