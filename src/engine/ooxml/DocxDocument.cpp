@@ -278,6 +278,13 @@ void DocxDocument::format(Story& story, const Span& span, const std::function<vo
     changed(story);
 }
 
+void DocxDocument::ensureParagraph(Story& story) {
+    check();
+    if (StoryEditor(story).ensureParagraph()) {
+        changed(story);
+    }
+}
+
 void DocxDocument::drawingsChanged(Story& holder) {
     check();
     holder.changed();

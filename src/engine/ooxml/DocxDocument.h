@@ -65,6 +65,7 @@ public:
     void deleteBookmark(const BookmarkEntry& bookmark);
     void setFieldCode(Story& story, pugi::xml_node field, std::string_view code);
     void format(Story& story, const Span& span, const std::function<void(pugi::xml_node)>& change);
+    void ensureParagraph(Story& story);
     // After drawings in `holder` were added, removed or changed by the drawing classes.
     void drawingsChanged(Story& holder);
     // Before a subtree with drawings is removed: the text boxes in it stop being stories.

@@ -87,6 +87,7 @@ word::ShapePtr DocxShapes::AddCanvas(float left, float top, float width, float h
         throw AutomationError(
             "Ein Zeichenbereich kann nur im Text oder in einer Kopf- oder Fusszeile stehen.");
     }
+    document_->ensureParagraph(*story);
     const unsigned id = document_->nextDrawingId();
     const auto canvas = DrawingCanvas::create(anchorParagraph(*story, offset), {left, top, width, height}, id,
                                               "Canvas " + std::to_string(id));

@@ -58,7 +58,24 @@ std::pair<Cut, Cut> StoryEditor::cuts(const TextMap& map, const Span& span) cons
     }
 }
 
+bool StoryEditor::ensureParagraph() {
+    const auto& items = story_.map().items;
+    if (std::any_of(items.begin(), items.end(),
+                    [](const StoryItem& item) { return item.kind == ItemKind::ParagraphMark; })) {
+        return false;
+    }
+    auto root = story_.root();
+    if (auto section = root.child("w:sectPr")) {
+        root.insert_child_before("w:p", section);
+    } else {
+        root.append_child("w:p");
+    }
+    story_.changed();
+    return true;
+}
+
 std::pair<int, int> StoryEditor::splitAt(const Span& span, bool forInsertion) {
+    ensureParagraph();
     for (int round = 0; round < 2; ++round) {
         const auto& map = story_.map();
         auto [from, to] = cuts(map, span);

@@ -30,6 +30,9 @@ public:
     // Applies `change` to the run properties of every run in the span; a collapsed span changes the
     // paragraph mark's, which text typed into an empty paragraph takes.
     void format(const Span& span, const std::function<void(pugi::xml_node)>& change);
+    // A story always has a paragraph in Word; one whose XML has none (an empty body) gets one.
+    // Returns true when it had to add it.
+    bool ensureParagraph();
 
 private:
     std::pair<Cut, Cut> cuts(const TextMap& map, const Span& span) const;
