@@ -65,10 +65,19 @@ std::vector<BookmarkEntry> DocxBookmarks::visible() const {
 }
 
 int DocxBookmarks::Count() const {
-    return static_cast<int>(visible().size());
+    document_->check();
+    return static_cast<int>(scope_ ? visible().size() : document_->listedBookmarks().size());
 }
 
 word::BookmarkPtr DocxBookmarks::Item(int index) {
+    document_->check();
+    if (!scope_) {
+        const auto& listed = document_->listedBookmarks();
+        if (index < 1 || index > static_cast<int>(listed.size())) {
+            throw AutomationError("Das angeforderte Element der Textmarken-Auflistung ist nicht vorhanden.");
+        }
+        return std::make_shared<DocxBookmark>(document_, listed[index - 1]->name);
+    }
     const auto entries = visible();
     if (index < 1 || index > static_cast<int>(entries.size())) {
         throw AutomationError("Das angeforderte Element der Textmarken-Auflistung ist nicht vorhanden.");
@@ -84,6 +93,11 @@ word::BookmarkPtr DocxBookmarks::Item(const std::string& name) {
 }
 
 bool DocxBookmarks::Exists(const std::string& name) const {
+    document_->check();
+    if (!scope_) {
+        const auto* found = document_->bookmarkIndex().find(name);
+        return found && (!found->hidden() || document_->showHiddenBookmarks());
+    }
     const auto entries = visible();
     const auto key = nameKey(name);
     return std::any_of(entries.begin(), entries.end(),

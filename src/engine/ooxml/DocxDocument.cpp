@@ -208,6 +208,21 @@ const BookmarkIndex& DocxDocument::bookmarkIndex() {
     return *bookmarks_;
 }
 
+const std::vector<const BookmarkEntry*>& DocxDocument::listedBookmarks() {
+    const auto& index = bookmarkIndex();
+    if (listedGeneration_ != generation_ || listedWithHidden_ != showHidden_) {
+        listed_.clear();
+        for (const auto& entry : index.sorted()) {
+            if (showHidden_ || !entry.hidden()) {
+                listed_.push_back(&entry);
+            }
+        }
+        listedGeneration_ = generation_;
+        listedWithHidden_ = showHidden_;
+    }
+    return listed_;
+}
+
 const std::vector<SectionParts>& DocxDocument::sections() {
     check();
     if (sectionsGeneration_ != generation_) {

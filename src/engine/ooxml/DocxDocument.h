@@ -55,6 +55,9 @@ public:
     Package& package();
     StoryRegistry& stories();
     const BookmarkIndex& bookmarkIndex();
+    // The document's bookmarks as its collection shows them: alphabetical, hidden ones only with
+    // ShowHidden. Kept until the next edit, so walking a long collection by index stays linear.
+    const std::vector<const BookmarkEntry*>& listedBookmarks();
     const std::vector<SectionParts>& sections();
     SelectionState& selection();
 
@@ -97,6 +100,9 @@ private:
     std::uint64_t generation_ = 0;
     std::unique_ptr<BookmarkIndex> bookmarks_;
     std::uint64_t bookmarksGeneration_ = ~std::uint64_t{0};
+    std::vector<const BookmarkEntry*> listed_;
+    std::uint64_t listedGeneration_ = ~std::uint64_t{0};
+    bool listedWithHidden_ = false;
     std::vector<SectionParts> sections_;
     std::uint64_t sectionsGeneration_ = ~std::uint64_t{0};
     bool saved_ = true;
