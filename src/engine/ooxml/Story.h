@@ -12,6 +12,11 @@ enum class StoryKind { Main, Header, Footer, TextBox, Footnotes, Endnotes, Comme
 
 // One story: the main text, a header or footer part, a text box, the notes or the comments. It owns
 // its offset table and rebuilds it lazily after an edit; positions never point into XML nodes.
+//
+// Offsets count UTF-16 code units, as Word's do, so that a count taken from Word (or from
+// word::TextLength) moves over the same text. They count what Word shows with field codes hidden:
+// a field takes the offsets of its result only, and its code is reached through the field (a range
+// tied to it), never by offsets. A field without a result therefore sits at one offset.
 class Story {
 public:
     Story(StoryKind kind, std::string name, std::string partName, pugi::xml_node root);

@@ -104,6 +104,7 @@ std::pair<int, int> StoryEditor::splitAt(const Span& span, bool forInsertion) {
 }
 
 std::pair<long, long> StoryEditor::replace(const Span& span, std::string_view text, pugi::xml_node run) {
+    ensureParagraph();
     const long start = [&] {
         const auto& map = story_.map();
         const auto [from, to] = cuts(map, span);

@@ -75,6 +75,14 @@ TEST_F(SelectionMoves, CannotStandBehindTheLastParagraphMark) {
     EXPECT_EQ(document->Content()->Text(), "abc\r");
 }
 
+TEST_F(SelectionMoves, TypingIntoABodyWithoutParagraphsMakesOneBeforeTheSection) {
+    open("<w:sectPr/>");
+    EXPECT_EQ(document->Content()->Text(), "");
+    cursor->TypeText("x");
+    EXPECT_EQ(document->Content()->Text(), "x\r");
+    EXPECT_EQ(cursor->Start(), 1);
+}
+
 TEST_F(SelectionMoves, RefusesUnitsItDoesNotKnow) {
     open("<w:p/>");
     EXPECT_THROW(cursor->MoveLeft(2), AutomationError);
