@@ -1,5 +1,6 @@
 #include "engine/ooxml/DocxField.h"
 
+#include "engine/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxRange.h"
 
@@ -9,9 +10,11 @@ DocxField::DocxField(std::shared_ptr<DocxDocument> document, Story* story, pugi:
     : document_(std::move(document)), story_(story), begin_(begin) {}
 
 word::RangePtr DocxField::part(FieldPart which) {
-    auto range = std::make_shared<DocxRange>(document_, story_, Span{0, 0, which, begin_});
-    range->current(); // throws now when the field is gone
-    return range;
+    document_->check();
+    if (!story_->alive() || story_->map().fieldOf(begin_) < 0) {
+        throw AutomationError("Das Feld ist nicht mehr vorhanden.");
+    }
+    return std::make_shared<DocxRange>(document_, story_, Span{0, 0, which, begin_});
 }
 
 word::RangePtr DocxField::Code() {

@@ -12,7 +12,11 @@
 namespace wordbm::ooxml {
 
 DocxRange::DocxRange(std::shared_ptr<DocxDocument> document, Story* story, Span span)
-    : document_(std::move(document)), story_(story), span_(span) {}
+    : document_(std::move(document)), story_(story), span_(span) {
+    if (span_.part != FieldPart::None && story_) {
+        current();
+    }
+}
 
 Span DocxRange::current() const {
     document_->check();
@@ -23,22 +27,23 @@ Span DocxRange::current() const {
         throw AutomationError("Der Textbereich gehört zu einer gelöschten Form.");
     }
     const auto& map = story_->map();
-    if (span_.part == FieldPart::None) {
-        const long start = std::clamp(span_.start, 0L, map.length());
-        return {start, std::clamp(span_.end, start, map.length())};
-    }
-    const int field = map.fieldOf(span_.field);
+    const int field = span_.part == FieldPart::None ? -1 : map.fieldOf(span_.field);
     if (field < 0) {
-        throw AutomationError("Das Feld ist nicht mehr vorhanden.");
+        // Plain offsets, or a field deleted meanwhile: as in Word, the range collapses where it began.
+        const long start = std::clamp(span_.start, 0L, map.length());
+        return {start, span_.part == FieldPart::None ? std::clamp(span_.end, start, map.length()) : start};
     }
     switch (span_.part) {
     case FieldPart::Whole:
-        return {map.fieldStart(field), map.fieldEnd(field), FieldPart::Whole, span_.field};
+        span_ = {map.fieldStart(field), map.fieldEnd(field), FieldPart::Whole, span_.field};
+        break;
     case FieldPart::Result:
-        return {map.resultStart(field), map.fieldEnd(field), FieldPart::Result, span_.field};
+        span_ = {map.resultStart(field), map.fieldEnd(field), FieldPart::Result, span_.field};
+        break;
     default:
-        return {map.fieldStart(field), map.fieldStart(field), FieldPart::Code, span_.field};
+        span_ = {map.fieldStart(field), map.fieldStart(field), FieldPart::Code, span_.field};
     }
+    return span_;
 }
 
 Story& DocxRange::editable() const {

@@ -11,10 +11,11 @@ class DocxDocument;
 class Story;
 
 // A stretch of one story by offsets. A range tied to a field (its code, result or the whole field)
-// follows the field when other edits move it. A range of a header that does not exist has no story:
-// it reads as empty and refuses edits.
+// follows the field when other edits move it, and collapses where it began once the field is gone. A range of
+// a header that does not exist has no story: it reads as empty and refuses edits.
 class DocxRange final : public word::Range {
 public:
+    // A field-tied span takes the field's offsets at once.
     DocxRange(std::shared_ptr<DocxDocument> document, Story* story, Span span);
 
     long Start() const override;
@@ -38,7 +39,7 @@ private:
 
     std::shared_ptr<DocxDocument> document_;
     Story* story_;
-    Span span_;
+    mutable Span span_; // a field-tied span keeps the field's last known offsets
 };
 
 } // namespace wordbm::ooxml

@@ -27,6 +27,11 @@ SelectionState& DocxSelection::state() const {
         selection = {};
         selection.story = &document_->stories().main();
     }
+    if (selection.part != FieldPart::None && selection.story->map().fieldOf(selection.field) < 0) {
+        // The selected field went meanwhile: what remains is the place where it was.
+        selection.part = FieldPart::None;
+        selection.field = {};
+    }
     return selection;
 }
 

@@ -254,5 +254,19 @@ TEST(FieldDeletion, ADeletedFieldRefusesFurtherCalls) {
     EXPECT_EQ(session.document()->Fields()->Count(), 6);
 }
 
+TEST(FieldDeletion, ARangeOrSelectionOfADeletedFieldStaysWhereTheFieldWas) {
+    WordSession session("52449.docx");
+    auto field = session.document()->Fields()->Item(2);
+    field->Select();
+    auto whole = session.selection()->Range();
+    const long start = whole->Start();
+    field->Delete();
+    EXPECT_EQ(whole->Start(), start);
+    EXPECT_EQ(whole->End(), start);
+    EXPECT_NO_THROW(whole->Select());
+    session.selection()->TypeText("[Efternavn]");
+    EXPECT_EQ(session.document()->Range(start, start + 11)->Text(), "[Efternavn]");
+}
+
 } // namespace
 } // namespace wordbm::ooxml
