@@ -99,7 +99,9 @@ INSTANTIATE_TEST_SUITE_P(
         Place{"bmk-bookmarks.docx", "word/header1.xml", [](WordSession& s) { inHeaderOrFooter(s, true, 8); }},
         Place{"bmk-bookmarks.docx", "word/footer1.xml",
               [](WordSession& s) { inHeaderOrFooter(s, false, 8); }},
-        Place{"text-box.docx", "word/document.xml", [](WordSession& s) { inFirstTextBox(s, 5); }}),
+        Place{"text-box.docx", "word/document.xml", [](WordSession& s) { inFirstTextBox(s, 5); }},
+        Place{"Textboxes in drawing canvas.docx", "word/document.xml",
+              [](WordSession& s) { inFirstTextBox(s, 5); }}),
     [](const auto& param) { return "Place" + std::to_string(param.index); });
 
 TEST(BookmarkTyping, AtTheStartGoesInsideAtTheEndOutsideAndOverTheWholeKeepsTheBookmark) {
