@@ -1,4 +1,5 @@
 #include "app/BatchCheck.h"
+#include "app/FormInspection.h"
 #include "app/Version.h"
 
 #include <CLI/CLI.hpp>
@@ -19,8 +20,10 @@ std::string versionText() {
 struct VerbOptions {
     std::string csv;
     std::string png;
+    std::string form;
     int row = 0;
     bool text = false;
+    bool json = false;
     int exitCode = 0;
 };
 
@@ -45,6 +48,16 @@ void addQrcode(CLI::App& app, VerbOptions& options) {
     });
 }
 
+void addInspect(CLI::App& app, VerbOptions& options) {
+    auto* inspect =
+        app.add_subcommand("inspect", "List every story of a form with its bookmarks, fields and shapes");
+    inspect->add_option("form", options.form, "Word form (.docx or .docm)")->required();
+    inspect->add_flag("--json", options.json, "print JSON instead of text");
+    inspect->callback([&options] {
+        options.exitCode = wordbm::FormInspection(std::cout, std::cerr).run(options.form, options.json);
+    });
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -53,6 +66,7 @@ int main(int argc, char** argv) {
     VerbOptions options;
     addCheck(app, options);
     addQrcode(app, options);
+    addInspect(app, options);
     CLI11_PARSE(app, argc, argv);
     return options.exitCode;
 }
