@@ -145,6 +145,31 @@ TEST(BookmarkTyping, TheVerifySequenceBracketsABookmarksTextInEveryStory) {
     expectOnlyParagraphsWith(DocumentSnapshot(saved).changedSince(before), expected);
 }
 
+TEST(BookmarkTyping, TheVerifySequenceInAHeaderTextBoxStoredTwiceReachesBothCopies) {
+    WordSession session("Fax.docx");
+    const DocumentSnapshot before(session.originalPath());
+    auto bookmark = session.document()->Bookmarks()->Item("LAN_Phone");
+    EXPECT_EQ(bookmark->StoryType(), 5);
+    bookmark->Select();
+    session.selection()->MoveLeft();
+    session.selection()->TypeText("[Phone]");
+    bookmark->Select();
+    session.selection()->MoveRight();
+    for (int i = 0; i < 5; ++i) {
+        session.selection()->TypeBackspace();
+    }
+    EXPECT_EQ(bookmark->Range()->Text(), "[Phone]");
+    const auto saved = session.saveCopy();
+    const DocumentSnapshot after(saved);
+    const auto& header = after.paragraphs("word/header1.xml");
+    const auto copies = std::count_if(header.begin(), header.end(), [](const std::string& paragraph) {
+        return paragraph.find("<w:t>[Phone]</w:t>") != std::string::npos;
+    });
+    EXPECT_GE(copies, 2) << "the text box and its fallback copy";
+    EXPECT_EQ(DocumentSnapshot(saved).paragraphs("word/document.xml"),
+              before.paragraphs("word/document.xml"));
+}
+
 TEST(BookmarkTyping, BackspacingAllOfABookmarksTextLeavesAnEmptyBookmark) {
     WordSession session("Bookmarks.docx");
     auto bookmark = session.document()->Bookmarks()->Item("MyBookmark1");
