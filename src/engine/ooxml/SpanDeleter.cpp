@@ -3,7 +3,6 @@
 #include "engine/ooxml/XmlTree.h"
 
 #include <algorithm>
-#include <set>
 #include <string_view>
 
 namespace wordbm::ooxml {
