@@ -4,6 +4,7 @@
 #include "data/KnownFields.h"
 #include "engine/OptionsMaskStore.h"
 #include "engine/OptionsPort.h"
+#include "engine/ResultList.h"
 #include "engine/SlipPort.h"
 #include "engine/UserInterface.h"
 #include "engine/word/Forward.h"
@@ -128,9 +129,18 @@ public:
     void BookmarksFill(std::int32_t row);
     // Whether the folder of the document path exists, after one attempt to create it.
     bool DocFolderCheck(const std::string& docPath);
+    // How many invoices are made side by side, each by a thread of its own on its own copy of the
+    // form; 1 (the default) makes them one after another on the session's document.
+    int MergeJobs() const { return mergeJobs_; }
+    void MergeJobs(int jobs) { mergeJobs_ = jobs < 1 ? 1 : jobs; }
+    // What the result list of the last merge or test run showed.
+    const ResultList& MergeResult() const { return mergeResult_; }
     void mfWBM_ESQRgo();
 
 private:
+    // The merge run keeps its row-by-row state in a class of its own.
+    friend class MergeRun;
+
     void AddInHook(const std::string& addIn, const std::string& key);
     void wordDocShow(const std::string& original, const std::string& working);
     void wordDocHide();
@@ -176,6 +186,9 @@ private:
     int bookmarksTotal_ = 0;
     int bookmarksKnown_ = 0;
     int replaced_ = 0;
+
+    int mergeJobs_ = 1;
+    ResultList mergeResult_;
 };
 
 } // namespace wordbm
