@@ -1,0 +1,57 @@
+#pragma once
+
+#include "engine/word/Forward.h"
+
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace wordbm {
+
+class CSVfile;
+class KnownFields;
+class QRCoder;
+class QRImage;
+class SlipPort;
+
+// Fills the engine bookmarks of one document from one data line of the control file: export
+// fields typed as the file holds them, the QR code pasted as a picture, the QRCoder's texts, slip
+// placeholders handed to the slip builder. One filler belongs to one thread; fillers of several
+// threads share only the known-field list (read) and the slip builder.
+class BookmarkFiller {
+public:
+    // Everything is borrowed and must outlive the filler. letEventsRun may be empty.
+    BookmarkFiller(const KnownFields& fields, CSVfile& data, const QRCoder& coder, QRImage& image,
+                   SlipPort* slip, std::function<void()> letEventsRun);
+
+    // Fills every engine bookmark of `doc` (the active document of `word`) from data line `row`.
+    // A bookmark that cannot be filled is passed over; the list says which and why, one line each.
+    std::vector<std::string> fill(word::Application& word, word::Document& doc, std::int32_t row);
+
+    // The fields whose text comes from the QR-bill data rather than from a column.
+    static bool isQRField(std::string_view field);
+    // Fields beginning with this belong to the payment slip.
+    static constexpr std::string_view SlipPrefix = "ESQR";
+
+    // Held while a picture goes through the process's one image slot, from encoding to pasting,
+    // so that side-by-side invoices never paste each other's QR code.
+    static std::mutex& imageSlotLock();
+
+private:
+    void fillOne(word::Application& word, word::Document& doc, const std::string& bookmark,
+                 const std::string& field, std::int32_t row);
+    void pasteQRCode(word::Selection& selection, std::int32_t row);
+    std::string textOf(const std::string& field, std::int32_t row);
+
+    const KnownFields& fields_;
+    CSVfile& data_;
+    const QRCoder& coder_;
+    QRImage& image_;
+    SlipPort* slip_;
+    std::function<void()> letEventsRun_;
+};
+
+} // namespace wordbm
