@@ -1,4 +1,5 @@
 #include "app/BatchCheck.h"
+#include "app/EngineVerbs.h"
 #include "app/FormInspection.h"
 #include "app/Version.h"
 
@@ -6,6 +7,7 @@
 #include <cstdio>
 #include <iostream>
 #include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -24,8 +26,15 @@ struct VerbOptions {
     int row = 0;
     bool text = false;
     bool json = false;
+    std::string out;
+    bool trace = false;
+    wordbm::EngineVerbs::MergeRequest merge;
     int exitCode = 0;
 };
+
+wordbm::EngineVerbs engineVerbs() {
+    return wordbm::EngineVerbs(std::cout, std::cerr, ::isatty(STDERR_FILENO) == 1);
+}
 
 void addCheck(CLI::App& app, VerbOptions& options) {
     auto* check =
@@ -58,6 +67,51 @@ void addInspect(CLI::App& app, VerbOptions& options) {
     });
 }
 
+void addAnalyze(CLI::App& app, VerbOptions& options) {
+    auto* analyze =
+        app.add_subcommand("analyze", "Count the export fields, bookmarks and merge fields of a form");
+    analyze->add_option("form", options.form, "Word form (.docx or .docm)")->required();
+    analyze->add_flag("--trace", options.trace, "also print the walk through the form's stories");
+    analyze->callback([&options] { options.exitCode = engineVerbs().analyze(options.form, options.trace); });
+}
+
+// convert, reset and verify: a command on a working copy of the form, saved to --out.
+template <typename Command>
+void addEdit(CLI::App& app, VerbOptions& options, const std::string& name, const std::string& description,
+             Command command) {
+    auto* edit = app.add_subcommand(name, description);
+    edit->add_option("form", options.form, "Word form (.docx or .docm); it is never written")->required();
+    edit->add_option("--out", options.out, "where the edited form is saved")->required();
+    edit->callback([&options, command] {
+        auto verbs = engineVerbs();
+        options.exitCode = (verbs.*command)(options.form, options.out);
+    });
+}
+
+void addMerge(CLI::App& app, VerbOptions& options) {
+    auto& request = options.merge;
+    auto* merge = app.add_subcommand("merge", "Make one invoice per row of the control file from the form");
+    merge->add_option("--form", request.form, "Word form (.docx or .docm)")->required();
+    merge->add_option("--csv", request.csv, "CSV control file")->required();
+    merge->add_option("--template", request.mask,
+                      "file-name mask, e.g. \"&W&\\&K&-&D&-&R&-Rechnung.&E&\" (default: the remembered one)");
+    merge->add_option("--out", request.outFolder,
+                      "folder for the invoices (the mask's file-name part is kept)");
+    merge->add_flag("--pdf", request.choices.PDF, "export every invoice as PDF");
+    merge->add_flag("--pdfa", request.choices.PDFA, "make the PDF files PDF/A-1 (implies --pdf)");
+    merge->add_flag("--print", request.choices.Print, "print every invoice");
+    merge->add_flag("--close", request.choices.Close, "close every invoice once it is done");
+    merge->add_flag("--delete", request.choices.Delete,
+                    "delete the saved invoice documents (implies --close)");
+    merge->add_flag("--test", request.testOnly, "only list the names the invoices would get");
+    merge->add_option("--jobs", request.jobs, "invoices made side by side")->check(CLI::Range(1, 64));
+    merge->callback([&options] {
+        auto& chosen = options.merge.choices;
+        chosen.PDF = chosen.PDF || chosen.PDFA;
+        options.exitCode = engineVerbs().merge(options.merge);
+    });
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -67,6 +121,13 @@ int main(int argc, char** argv) {
     addCheck(app, options);
     addQrcode(app, options);
     addInspect(app, options);
+    addAnalyze(app, options);
+    addEdit(app, options, "convert", "Turn every known merge field of a form into a bookmark",
+            &wordbm::EngineVerbs::convert);
+    addEdit(app, options, "reset", "Delete every known merge field of a form", &wordbm::EngineVerbs::reset);
+    addEdit(app, options, "verify", "Put every bookmark text of a form in brackets",
+            &wordbm::EngineVerbs::verify);
+    addMerge(app, options);
     CLI11_PARSE(app, argc, argv);
     return options.exitCode;
 }

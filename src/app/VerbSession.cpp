@@ -1,0 +1,47 @@
+#include "app/VerbSession.h"
+
+#include "app/IniSettingsStore.h"
+#include "engine/ooxml/DocxApplication.h"
+#include "support/FileOps.h"
+
+#include <memory>
+#include <ostream>
+
+namespace wordbm {
+
+namespace {
+
+// Before the engine reads the remembered mask, the store must stand on the merge tool's section.
+Opt& mergerSection(Opt& store) {
+    OptOptions::openMergerSection(store);
+    return store;
+}
+
+} // namespace
+
+VerbSession::VerbSession(std::ostream& out, std::ostream& err, TerminalUserInterface::Policy policy)
+    : err_(err), store_(std::make_shared<IniSettingsStore>()), options_(mergerSection(store_), true),
+      ui_(out, err, std::move(policy)),
+      engine_(ui_, options_, [] { return ooxml::DocxApplication::create(); }) {}
+
+VerbSession::~VerbSession() {
+    engine_.mfWBM_Quit(true);
+}
+
+bool VerbSession::openForm(const std::string& form) {
+    return engine_.mfWBM_OpenWordDoc(form);
+}
+
+bool VerbSession::openControlFile(const std::string& csv) {
+    engine_.mfWBM_OpenCSVDoc(csv);
+    if (engine_.CSVWork().empty()) {
+        return false;
+    }
+    if (engine_.CSV().LineCount() < 1) {
+        err_ << csv << "\nDie Steuerdatei enthält keine Rechnungen.\n";
+        return false;
+    }
+    return true;
+}
+
+} // namespace wordbm
