@@ -1,0 +1,176 @@
+// The merge run on the sample form through the embedded word processor: the invoices' contents,
+// repeated names, side-by-side invoices, a failing save and, once, PDF files through LibreOffice.
+#include "ControlFile.h"
+#include "EngineFixture.h"
+#include "data/KnownFields.h"
+#include "engine/ooxml/DocxApplication.h"
+#include "engine/ooxml/Package.h"
+#include "engine/word/Bookmarks.h"
+#include "engine/word/Document.h"
+#include "engine/word/Documents.h"
+#include "engine/word/Range.h"
+
+#include <filesystem>
+#include <map>
+
+namespace wordbm::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Field -> text of its bookmarks, joined by "|" where a field has several.
+std::map<std::string, std::string> bookmarkTexts(const std::string& path) {
+    KnownFields fields;
+    fields.FieldsBESR();
+    const auto word = ooxml::DocxApplication::create();
+    const auto doc = word->Documents()->Open(path);
+    std::map<std::string, std::string> texts;
+    const auto bookmarks = doc->Bookmarks();
+    for (int i = 1; i <= bookmarks->Count(); ++i) {
+        const auto bookmark = bookmarks->Item(i);
+        auto& text = texts[fields.BookmarkFieldGet(bookmark->Name())];
+        text += (text.empty() ? "" : "|") + bookmark->Range()->Text();
+    }
+    word->Quit();
+    return texts;
+}
+
+class DocxMerge : public EngineTest {
+protected:
+    void SetUp() override {
+        engine.reset();
+        engine = std::make_unique<WordBM>(ui, options, [] { return ooxml::DocxApplication::create(); });
+        forms_ = fs::path(workFolder()).parent_path().string() + "/forms";
+        out_ = fs::path(workFolder()).parent_path().string() + "/out";
+        fs::create_directory(out_);
+    }
+    void start(const ControlFile& data, const std::string& mask = "\\&K&-&R&.&E&") {
+        data.write(forms_ + "/Lauf.csv");
+        engine->Template(mask.starts_with("\\") ? out_ + mask : mask);
+        engine->mfWBM_OpenCSVDoc(forms_ + "/Lauf.csv");
+        ASSERT_TRUE(open(copyIn(ControlFile::sampleForm(), "Rechnung.docx")));
+    }
+    void merge(const MergeChoices& choices = {}) {
+        ui.mergeAnswers = {choices};
+        engine->mfWBM_Merge();
+        ASSERT_EQ(ui.results.size(), 1u);
+    }
+    std::string invoice(const ControlFile& data, int line, const std::string& extension = ".docx") const {
+        return out_ + "/" + data.get(line, "KliKonto") + "-0" + data.get(line, "RgNummer") + extension;
+    }
+    void expectInvoiceOf(const ControlFile& data, int line) {
+        const auto texts = bookmarkTexts(invoice(data, line));
+        for (const char* field :
+             {"KliAdr1", "KliAdr2", "KliAdr3", "KliAdr4", "RgDatum", "RgNummer", "KliKonto", "KliGebu",
+              "KliMWST", "KliTot2", "BesrRefNr", "RgDue", "MWSTID"}) {
+            EXPECT_EQ(texts.at(field), data.get(line, field)) << field << " of line " << line;
+        }
+        EXPECT_EQ(texts.at("GeschTxt"), data.get(line, "GeschTxt") + "|" + data.get(line, "GeschTxt"));
+        EXPECT_EQ(texts.at("KliAdr5"), " ");
+        EXPECT_EQ(texts.at("QRCode"), "");
+    }
+    const ResultList& result() const { return ui.results.back(); }
+
+    std::string forms_;
+    std::string out_;
+};
+
+TEST_F(DocxMerge, EveryInvoiceHoldsItsRowsValuesAndItsQRCode) {
+    const ControlFile data({1, 2, 3});
+    start(data);
+
+    merge();
+
+    for (int line = 1; line <= 3; ++line) {
+        expectInvoiceOf(data, line);
+        const auto package = ooxml::Package::open(invoice(data, line));
+        bool picture = false;
+        for (const auto& part : package->partNames()) {
+            picture = picture || part.starts_with("word/media/");
+        }
+        EXPECT_TRUE(picture) << line;
+    }
+    EXPECT_EQ(result().total, 3);
+    EXPECT_EQ(result().ok, 3);
+    EXPECT_TRUE(ui.boxes.empty());
+    // The working form was never saved, and it is the engine's document again.
+    EXPECT_EQ(readBytes(workFolder() + "/Rechnung.docx"), readBytes(ControlFile::sampleForm()));
+    EXPECT_EQ(engine->Doc()->FullName(), workFolder() + "/Rechnung.docx");
+    EXPECT_EQ(bookmarkTexts(workFolder() + "/Rechnung.docx").at("RgNummer"), "[RgNummer]");
+    expectOriginalsUntouched();
+}
+
+TEST_F(DocxMerge, ARepeatedNameNeverReplacesAnInvoiceOfTheSameRun) {
+    const ControlFile data = ControlFile({1, 2}).set(2, "KliKonto", "10400000");
+    start(data, "\\&K&.&E&");
+
+    merge();
+
+    EXPECT_EQ(bookmarkTexts(out_ + "/10400000.docx").at("RgNummer"), "24100");
+    EXPECT_EQ(result().lines.back(), "**Dateiname schon vergeben, nicht gespeichert->" + out_ + "\\10400000");
+    EXPECT_EQ(result().errors, 1);
+}
+
+TEST_F(DocxMerge, AnInvoiceIsNeverSavedOverTheForm) {
+    const ControlFile data({1});
+    start(data, forms_ + "\\Rechnung.&E&");
+
+    merge();
+
+    EXPECT_EQ(result().lines, std::vector<std::string>{"**Dateiname schon vergeben, nicht gespeichert->" +
+                                                       forms_ + "\\Rechnung"});
+    expectOriginalsUntouched();
+}
+
+TEST_F(DocxMerge, AFailedSaveIsShownAndTheNextInvoiceStartsFromTheEmptyForm) {
+    const ControlFile data({1, 2});
+    start(data);
+    fs::create_directories(invoice(data, 1) + "/in-the-way");
+
+    merge();
+
+    ASSERT_EQ(ui.boxes.size(), 1u);
+    EXPECT_TRUE(ui.boxes[0].text.ends_with("\r\nDie Rechnung wurde nicht gespeichert!")) << ui.boxes[0].text;
+    EXPECT_EQ(ui.boxes[0].buttons, msgbox::Stop);
+    expectInvoiceOf(data, 2);
+    EXPECT_EQ(result().errors, 1);
+    EXPECT_EQ(result().ok, 1);
+}
+
+TEST_F(DocxMerge, SideBySideInvoicesEqualTheOnesMadeOneAfterAnother) {
+    ControlFile data({1, 2, 3, 4, 5, 6, 7});
+    start(data);
+    engine->MergeJobs(2);
+
+    merge(MergeChoices{false, false, false, true, false, false});
+
+    const ResultList parallel = result();
+    for (int line = 1; line <= data.lines(); ++line) {
+        expectInvoiceOf(data, line);
+    }
+    ui.results.clear();
+    engine->MergeJobs(1);
+    merge(MergeChoices{false, false, false, true, false, false});
+    EXPECT_EQ(parallel.lines, result().lines);
+    EXPECT_EQ(parallel.total, 7);
+    EXPECT_EQ(parallel.ok, 7);
+    EXPECT_EQ(engine->Doc()->FullName(), workFolder() + "/Rechnung.docx");
+}
+
+// The one test here that needs LibreOffice: two conversions.
+TEST_F(DocxMerge, DeletingWithPdfLeavesOnlyThePdfFiles) {
+    const ControlFile data({1, 2});
+    start(data);
+
+    merge(MergeChoices{false, true, false, false, false, true});
+
+    for (int line = 1; line <= 2; ++line) {
+        EXPECT_FALSE(fs::exists(invoice(data, line)));
+        EXPECT_EQ(readBytes(invoice(data, line, ".pdf")).substr(0, 5), "%PDF-") << line;
+    }
+    EXPECT_TRUE(ui.boxes.empty()) << ui.boxes.front().text;
+    EXPECT_EQ(result().ok, 2);
+}
+
+} // namespace
+} // namespace wordbm::testing
