@@ -18,8 +18,9 @@ build: configure
 test: build
 	ctest --preset default
 
+# The sample billing run: one invoice and its PDF per row in ./out, then the result list.
 demo: build
-	$(BUILD_DIR)/src/app/wordbm --version
+	$(BUILD_DIR)/src/app/wordbm merge --form examples/Rechnung.docx --csv examples/Rechnungslauf.csv --pdf --out out
 
 bench: build
 	bench/run $(BUILD_DIR)

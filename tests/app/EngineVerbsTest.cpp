@@ -1,0 +1,128 @@
+// The batch verbs that run the engine: what they print, what they write and how they exit.
+#include "app/EngineVerbs.h"
+
+#include "TempFolder.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace wordbm::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string Examples = std::string(WORDBM_TEST_SOURCE_DIR) + "/../../examples";
+const std::string OldForm =
+    std::string(WORDBM_TEST_SOURCE_DIR) + "/../engine/forms/Rechnung-Seriendruck.docx";
+
+class Verbs : public ::testing::Test {
+protected:
+    Verbs()
+        : base_("TARVELL_DEBUG", folder_.path()), config_("XDG_CONFIG_HOME", folder_.path("config")),
+          verbs_(out_, err_, false) {
+        fs::copy_file(Examples + "/Rechnung.docx", form());
+        fs::copy_file(Examples + "/Rechnungslauf.csv", csv());
+        fs::copy_file(OldForm, folder_.path("Alt.docx"));
+    }
+    std::string form() const { return folder_.path("Rechnung.docx"); }
+    std::string csv() const { return folder_.path("Lauf.csv"); }
+    std::string oldForm() const { return folder_.path("Alt.docx"); }
+    void expectInputsUntouched() const {
+        EXPECT_EQ(readBytes(form()), readBytes(Examples + "/Rechnung.docx"));
+        EXPECT_EQ(readBytes(csv()), readBytes(Examples + "/Rechnungslauf.csv"));
+        EXPECT_EQ(readBytes(oldForm()), readBytes(OldForm));
+    }
+
+    TempFolder folder_;
+    EnvironmentVariable base_;
+    EnvironmentVariable config_;
+    std::ostringstream out_;
+    std::ostringstream err_;
+    EngineVerbs verbs_;
+};
+
+TEST_F(Verbs, AnalyzePrintsTheCountsTheWindowShows) {
+    EXPECT_EQ(verbs_.analyze(form(), false), EngineVerbs::ExitFine);
+
+    EXPECT_EQ(out_.str(), "[Word-Rechnungsformular] KDX5-Exportfelder: 63-total\n"
+                          "Textfelder: 26-total, 26-bekannt, 0-unbekannt\n"
+                          "Seriendruckfelder: 0-total, 0-bekannt, 0-unbekannt\n");
+    expectInputsUntouched();
+}
+
+TEST_F(Verbs, AMissingFormCannotBeUsed) {
+    EXPECT_EQ(verbs_.analyze(folder_.path("Fehlt.docx"), false), EngineVerbs::ExitUnusable);
+    EXPECT_NE(err_.str().find("Datei nicht gefunden!"), std::string::npos) << err_.str();
+}
+
+TEST_F(Verbs, ConvertSavesTheBookmarkedFormElsewhereAndLeavesTheUnknownField) {
+    const std::string converted = folder_.path("Neu.docx");
+
+    EXPECT_EQ(verbs_.convert(oldForm(), converted), EngineVerbs::ExitFine);
+    EXPECT_NE(out_.str().find("3 Seriendruckfelder wurden duch Textfelder ersetzt!"), std::string::npos)
+        << out_.str();
+    out_.str("");
+    EXPECT_EQ(verbs_.analyze(converted, false), EngineVerbs::ExitFine);
+
+    EXPECT_NE(out_.str().find("Seriendruckfelder: 1-total, 0-bekannt, 1-unbekannt"), std::string::npos)
+        << out_.str();
+    expectInputsUntouched();
+}
+
+TEST_F(Verbs, ResetAndVerifyWriteOnlyTheirOutput) {
+    EXPECT_EQ(verbs_.reset(oldForm(), folder_.path("Ohne.docx")), EngineVerbs::ExitFine);
+    EXPECT_NE(out_.str().find("3/3 Seriendruckfelder gelöscht!"), std::string::npos) << out_.str();
+    EXPECT_EQ(verbs_.verify(oldForm(), folder_.path("Geprueft.docx")), EngineVerbs::ExitFine);
+    EXPECT_NE(out_.str().find("-angepasst"), std::string::npos) << out_.str();
+    EXPECT_TRUE(fs::exists(folder_.path("Ohne.docx")));
+    EXPECT_TRUE(fs::exists(folder_.path("Geprueft.docx")));
+    expectInputsUntouched();
+}
+
+TEST_F(Verbs, TheFormItselfIsNoOutput) {
+    EXPECT_EQ(verbs_.convert(oldForm(), oldForm()), EngineVerbs::ExitUnusable);
+    expectInputsUntouched();
+}
+
+TEST_F(Verbs, MergeTestListsTheNamesInTheOutFolder) {
+    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&-Rechnung.&E&", folder_.path("out"), {},
+                                      true,   1};
+
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
+
+    const std::string list = out_.str();
+    EXPECT_EQ(list.rfind("Dateinamen testen\n  " + folder_.path("out") + "\\024100-Rechnung\n", 0), 0u)
+        << list;
+    EXPECT_NE(list.find("24   Total\n24   Ok\n0   Fehler\n"), std::string::npos) << list;
+    EXPECT_TRUE(fs::is_empty(folder_.path("out")));
+}
+
+TEST_F(Verbs, MergeMakesEveryInvoiceSideBySideAndFailsOnAMissingControlFile) {
+    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&.&E&", folder_.path("out"), {}, false, 2};
+    request.choices.Close = true;
+
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
+    EXPECT_TRUE(fs::exists(folder_.path("out/024124.docx")));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path("out")), fs::directory_iterator()), 24);
+    expectInputsUntouched();
+
+    request.csv = folder_.path("Fehlt.csv");
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitUnusable);
+}
+
+TEST_F(Verbs, AnInvoiceThatCannotBeSavedFailsTheMerge) {
+    fs::create_directories(folder_.path("out/024100.docx/x"));
+    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&.&E&", folder_.path("out"), {}, false, 1};
+
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFailed);
+    EXPECT_NE(err_.str().find("Die Rechnung wurde nicht gespeichert!"), std::string::npos) << err_.str();
+}
+
+TEST(EngineVerbsMask, TheOutFolderTakesThePlaceOfTheMasksFolders) {
+    EXPECT_EQ(EngineVerbs::maskInFolder("&W&\\&K&-&R&.&E&", "/tmp/out"), "/tmp/out\\&K&-&R&.&E&");
+    EXPECT_EQ(EngineVerbs::maskInFolder("&R&.&E&", "/tmp/out"), "/tmp/out\\&R&.&E&");
+}
+
+} // namespace
+} // namespace wordbm::testing
