@@ -130,8 +130,9 @@ void BookmarkFiller::fillOne(word::Application& word, word::Document& doc, const
 }
 
 void BookmarkFiller::pasteQRCode(word::Selection& selection, std::int32_t row) {
-    const std::lock_guard lock(imageSlotLock());
+    // The picture is this filler's own; only the slot between copying and pasting is shared.
     const bool encoded = image_.Encode(coder_.QRText(row));
+    const std::lock_guard lock(imageSlotLock());
     image_.ClipboardCopy();
     selection.TypeBackspace();
     if (!encoded) {
