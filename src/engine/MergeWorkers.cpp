@@ -138,7 +138,16 @@ void MergeWorkers::work(Worker& worker) {
             continue;
         }
         // Without a document (its opening failed) the maker reports the failed save and tries again.
-        publish(job->sequence, maker->make(doc, *job, doc != nullptr));
+        InvoiceOutcome outcome;
+        try {
+            outcome = maker->make(doc, *job, doc != nullptr);
+        } catch (const std::exception& failure) {
+            // Out of memory and the like: this invoice is lost, the run and its order are not.
+            outcome.failed = true;
+            outcome.messages.push_back(failure.what() + std::string(CrLf) +
+                                       "Die Rechnung wurde nicht gespeichert!");
+        }
+        publish(job->sequence, std::move(outcome));
     }
     if (word) {
         try {
