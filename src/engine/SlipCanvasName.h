@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace wordbm {
+
+// The names of the slip's canvases: the engine's bookmark prefix applied to "ESQRMake" + the part's
+// code ("ST", "ET", "ZT"), without the random suffix that only bookmarks need.
+class SlipCanvasName {
+public:
+    static std::string Current(std::string_view code);
+    // As the suite's previous generation named them; still recognised when placing marks.
+    static std::string Previous(std::string_view code);
+};
+
+} // namespace wordbm
