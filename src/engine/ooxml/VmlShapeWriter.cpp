@@ -6,6 +6,7 @@
 #include "engine/ooxml/Emu.h"
 #include "engine/ooxml/ShapeXml.h"
 #include "engine/ooxml/VmlPath.h"
+#include "engine/ooxml/VmlTextboxPictures.h"
 
 #include <array>
 #include <cmath>
@@ -320,6 +321,9 @@ pugi::xml_node VmlShapeWriter::writeShape(pugi::xml_node parent, pugi::xml_node 
     writeStroke(node, properties.child("a:ln"), shape, true);
     if (textbox) {
         writeTextbox(node, shape, placement);
+        if (depth_ > 0 && VmlTextboxPictures::drawBeside(node, shape, placement)) {
+            usesPictureType_ = true;
+        }
     }
     style.set_value(placement.str().c_str());
     return node;
