@@ -1,6 +1,7 @@
 #include "app/VerbSession.h"
 
 #include "app/IniSettingsStore.h"
+#include "engine/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "support/FileOps.h"
 
@@ -22,7 +23,9 @@ Opt& mergerSection(Opt& store) {
 VerbSession::VerbSession(std::ostream& out, std::ostream& err, TerminalUserInterface::Policy policy)
     : err_(err), store_(std::make_shared<IniSettingsStore>()), options_(mergerSection(store_), true),
       ui_(out, err, std::move(policy)),
-      engine_(ui_, options_, [] { return ooxml::DocxApplication::create(); }) {}
+      engine_(ui_, options_, [] { return ooxml::DocxApplication::create(); }) {
+    engine_.SlipBuilder(std::make_unique<modESQR>(ui_, engine_.QRComponent()));
+}
 
 VerbSession::~VerbSession() {
     engine_.mfWBM_Quit(true);

@@ -1,4 +1,5 @@
 #include "app/BatchCheck.h"
+#include "app/BatchSlip.h"
 #include "app/EngineVerbs.h"
 #include "app/FormInspection.h"
 #include "app/Version.h"
@@ -29,6 +30,11 @@ struct VerbOptions {
     std::string out;
     bool trace = false;
     wordbm::EngineVerbs::MergeRequest merge;
+    wordbm::SlipChoices slip;
+    bool noReceipt = false;
+    bool noPaymentPart = false;
+    bool noSeparator = false;
+    bool keep = false;
     int exitCode = 0;
 };
 
@@ -112,6 +118,27 @@ void addMerge(CLI::App& app, VerbOptions& options) {
     });
 }
 
+void addInsertSlip(CLI::App& app, VerbOptions& options) {
+    auto* insert = app.add_subcommand("insert-slip", "Lay the QR-bill payment part into a form");
+    insert->add_option("form", options.form, "Word form (.docx or .docm); it is never written")->required();
+    insert->add_option("--out", options.out, "where the form with the payment part is saved")->required();
+    insert->add_option("--lang", options.slip.language, "language of the headings")
+        ->check(CLI::IsMember({"Deutsch", "Französisch", "Italienisch", "Englisch"}));
+    insert->add_flag("--no-receipt", options.noReceipt, "leave the receipt out");
+    insert->add_flag("--no-payment-part", options.noPaymentPart, "leave the payment part out");
+    insert->add_flag("--no-separator", options.noSeparator, "leave the separation text out");
+    insert->add_flag("--borders", options.slip.fieldBorders, "draw the borders of the fields");
+    insert->add_flag("--keep", options.keep, "keep the drawing canvases the form already has");
+    insert->callback([&options] {
+        auto& slip = options.slip;
+        slip.ET = !options.noReceipt;
+        slip.ZT = !options.noPaymentPart;
+        slip.ST = !options.noSeparator;
+        slip.deleteExisting = !options.keep;
+        options.exitCode = wordbm::BatchSlip(std::cout, std::cerr).insert(options.form, options.out, slip);
+    });
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -128,6 +155,7 @@ int main(int argc, char** argv) {
     addEdit(app, options, "verify", "Put every bookmark text of a form in brackets",
             &wordbm::EngineVerbs::verify);
     addMerge(app, options);
+    addInsertSlip(app, options);
     CLI11_PARSE(app, argc, argv);
     return options.exitCode;
 }
