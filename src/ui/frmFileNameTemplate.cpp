@@ -1,0 +1,209 @@
+#include "ui/frmFileNameTemplate.h"
+
+#include "engine/UserInterface.h"
+#include "names/FileNameTemplate.h"
+
+#include <QComboBox>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace wordbm {
+
+namespace {
+
+QString text(const std::string& value) {
+    return QString::fromStdString(value);
+}
+
+QPushButton* makeButton(QWidget* parent, const char* name, const QString& caption) {
+    auto* button = new QPushButton(caption, parent);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setAutoDefault(false);
+    return button;
+}
+
+// The item's data is what goes into the mask; the shown text may carry a description.
+QComboBox* makePickList(QWidget* parent, const char* name) {
+    auto* list = new QComboBox(parent);
+    list->setObjectName(QString::fromLatin1(name));
+    list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    list->setMinimumContentsLength(40);
+    return list;
+}
+
+QString defaultChooseFolder(QWidget* parent) {
+    return QFileDialog::getExistingDirectory(parent, QStringLiteral("Verzeichnis zum Einfügen wählen"));
+}
+
+int defaultAskOverwrite(QWidget* parent, const QString& question, const QString& title) {
+    const auto answer = QMessageBox::question(parent, title, question,
+                                              QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    if (answer == QMessageBox::Yes) {
+        return msgbox::Yes;
+    }
+    return answer == QMessageBox::No ? msgbox::No : msgbox::Cancel;
+}
+
+} // namespace
+
+frmFileNameTemplate::frmFileNameTemplate(const FileNameTemplate& owner, const std::string& mask,
+                                         QWidget* parent)
+    : QDialog(parent), chooseFolder(defaultChooseFolder), askOverwrite(defaultAskOverwrite) {
+    setObjectName(QStringLiteral("frmFileNameTemplate"));
+    setWindowTitle(QStringLiteral("Maske für Word-Dateinamen bearbeiten"));
+    auto* layout = new QGridLayout(this);
+
+    auto* lblTemlate = new QLabel(QStringLiteral("Maske für Word-Dateinamen"), this);
+    lblTemlate->setObjectName(QStringLiteral("lblTemlate"));
+    txtTemplate_ = new QLineEdit(text(mask), this);
+    txtTemplate_->setObjectName(QStringLiteral("txtTemplate"));
+    txtTemplate_->setMinimumWidth(460);
+    auto* btnBackslash = makeButton(this, "btnBackslash", QStringLiteral("\\"));
+    auto* btnPathSelect = makeButton(this, "btnPathSelect", QStringLiteral("Ordner..."));
+    auto* btnDelete = makeButton(this, "btnDelete", QStringLiteral("Löschen"));
+    auto* maskButtons = new QHBoxLayout;
+    maskButtons->addWidget(btnBackslash);
+    maskButtons->addWidget(btnPathSelect);
+    maskButtons->addWidget(btnDelete);
+    maskButtons->addStretch();
+    layout->addWidget(lblTemlate, 0, 0, 1, 2);
+    layout->addWidget(txtTemplate_, 1, 0, 1, 2);
+    layout->addLayout(maskButtons, 2, 0, 1, 2);
+
+    auto* Label1 = new QLabel(QStringLiteral("Bausteine (Platzhalter) einfügen"), this);
+    Label1->setObjectName(QStringLiteral("Label1"));
+    cboTags_ = makePickList(this, "cboTags");
+    for (std::int32_t i = 1; i <= owner.TagsCount(); ++i) {
+        const QString tag = text(owner.TagsValue(i));
+        cboTags_->addItem(tag + QStringLiteral(" - ") + text(owner.TagsName(i)), tag);
+    }
+    auto* btnInsert1 = makeButton(this, "btnInsert1", QStringLiteral("Einfügen"));
+
+    auto* Label3 = new QLabel(QStringLiteral("Umgebunsvariablen (Platzhalter) einfügen"), this);
+    Label3->setObjectName(QStringLiteral("Label3"));
+    cboVariables_ = makePickList(this, "cboVariables");
+    // The values are read now, so the list shows what a mask would resolve to at this moment.
+    for (std::int32_t i = 1; i <= owner.EnvVarCount(); ++i) {
+        const QString name = text(owner.EnvVarName(i));
+        cboVariables_->addItem(name + QStringLiteral("  -  ") + text(owner.EnvVarValue(i)), name);
+    }
+    auto* btnInsert2 = makeButton(this, "btnInsert2", QStringLiteral("Einfügen"));
+
+    auto* Label2 = new QLabel(QStringLiteral("Standardeinstellungen (überschreibt Maske)"), this);
+    Label2->setObjectName(QStringLiteral("Label2"));
+    cboStandards_ = makePickList(this, "cboStandards");
+    for (std::int32_t i = 1; i <= owner.DefaultsCount(); ++i) {
+        const QString standard = text(owner.DefaultsValue(i));
+        cboStandards_->addItem(standard, standard);
+    }
+    auto* btnInsert3 = makeButton(this, "btnInsert3", QStringLiteral("Übernehmen"));
+
+    // Nothing is chosen until the user picks an entry, so an insert button alone does nothing.
+    for (QComboBox* list : {cboTags_, cboVariables_, cboStandards_}) {
+        list->setCurrentIndex(-1);
+    }
+
+    layout->addWidget(Label1, 3, 0, 1, 2);
+    layout->addWidget(cboTags_, 4, 0);
+    layout->addWidget(btnInsert1, 4, 1);
+    layout->addWidget(Label3, 5, 0, 1, 2);
+    layout->addWidget(cboVariables_, 6, 0);
+    layout->addWidget(btnInsert2, 6, 1);
+    layout->addWidget(Label2, 7, 0, 1, 2);
+    layout->addWidget(cboStandards_, 8, 0);
+    layout->addWidget(btnInsert3, 8, 1);
+    layout->setColumnStretch(0, 1);
+
+    auto* buttons = new QHBoxLayout;
+    auto* btnOk = makeButton(this, "btnOk", QStringLiteral("OK"));
+    btnOk->setDefault(true);
+    auto* btnCancel = makeButton(this, "btnCancel", QStringLiteral("Abbrechen"));
+    buttons->addStretch();
+    buttons->addWidget(btnOk);
+    buttons->addWidget(btnCancel);
+    layout->addLayout(buttons, 9, 0, 1, 2);
+
+    connect(btnInsert1, &QPushButton::clicked, this, &frmFileNameTemplate::insertTag);
+    connect(btnInsert2, &QPushButton::clicked, this, &frmFileNameTemplate::insertVariable);
+    connect(btnInsert3, &QPushButton::clicked, this, &frmFileNameTemplate::insertStandard);
+    connect(btnBackslash, &QPushButton::clicked, this, &frmFileNameTemplate::insertBackslash);
+    connect(btnPathSelect, &QPushButton::clicked, this, &frmFileNameTemplate::insertFolder);
+    connect(btnDelete, &QPushButton::clicked, this, &frmFileNameTemplate::clearMask);
+    connect(btnOk, &QPushButton::clicked, this, &frmFileNameTemplate::confirm);
+    connect(btnCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+std::optional<std::string> frmFileNameTemplate::edit(QWidget* parent, const FileNameTemplate& owner,
+                                                     const std::string& mask) {
+    frmFileNameTemplate dialog(owner, mask, parent);
+    dialog.exec();
+    if (dialog.cancelled()) {
+        return std::nullopt;
+    }
+    return dialog.mask();
+}
+
+std::string frmFileNameTemplate::mask() const {
+    return txtTemplate_->text().toStdString();
+}
+
+// A selection is replaced, as typing would; the cursor ends after the inserted text.
+void frmFileNameTemplate::insertAtCursor(const QString& inserted) {
+    txtTemplate_->insert(inserted);
+}
+
+void frmFileNameTemplate::insertTag() {
+    if (cboTags_->currentIndex() >= 0) {
+        insertAtCursor(cboTags_->currentData().toString());
+    }
+}
+
+void frmFileNameTemplate::insertVariable() {
+    if (cboVariables_->currentIndex() >= 0) {
+        insertAtCursor(cboVariables_->currentData().toString());
+    }
+}
+
+void frmFileNameTemplate::insertBackslash() {
+    insertAtCursor(QStringLiteral("\\"));
+}
+
+void frmFileNameTemplate::insertFolder() {
+    QString folder = chooseFolder(this);
+    if (folder.isEmpty()) {
+        return;
+    }
+    if (!folder.endsWith(QLatin1Char('\\'))) {
+        folder += QLatin1Char('\\');
+    }
+    insertAtCursor(folder);
+}
+
+void frmFileNameTemplate::insertStandard() {
+    if (cboStandards_->currentIndex() < 0) {
+        return;
+    }
+    const QString standard = cboStandards_->currentData().toString();
+    const QString question =
+        QStringLiteral("Maske mit Standard überschreiben?\r\n") + standard + QStringLiteral("\r\n");
+    if (askOverwrite(this, question, QStringLiteral("Mit Standard überschreiben")) == msgbox::Yes) {
+        txtTemplate_->setText(standard);
+    }
+}
+
+void frmFileNameTemplate::clearMask() {
+    txtTemplate_->clear();
+}
+
+void frmFileNameTemplate::confirm() {
+    cancelled_ = false;
+    accept();
+}
+
+} // namespace wordbm

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "engine/OptionsPort.h"
+#include "names/FileNameTemplate.h"
+
+#include <QString>
+#include <QWidget>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace wordbm::dialogtest {
+
+// The options store as a map; records how often each key was written.
+class MemoryOptions : public OptionsPort {
+public:
+    std::string get(const std::string& key) override;
+    void set(const std::string& key, const std::string& value) override;
+
+    std::map<std::string, std::string> values;
+    int writes = 0;
+};
+
+class MemoryMaskStore : public MaskStore {
+public:
+    std::string load() override { return stored; }
+    void save(const std::string& mask) override { stored = mask; }
+    std::string stored;
+};
+
+// A template whose own editor is never shown; the tests open frmFileNameTemplate themselves.
+struct TemplateFixture {
+    TemplateFixture();
+    MemoryMaskStore store;
+    std::unique_ptr<FileNameTemplate> owner;
+};
+
+// The child of `parent` with this objectName and type; null when there is none.
+template <typename Widget> Widget* child(QWidget* parent, const char* name) {
+    return parent->findChild<Widget*>(QString::fromLatin1(name));
+}
+
+} // namespace wordbm::dialogtest
