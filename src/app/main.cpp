@@ -1,12 +1,26 @@
 #include "app/BatchCheck.h"
 #include "app/BatchSlip.h"
+#include "app/ClassicCommand.h"
 #include "app/EngineVerbs.h"
 #include "app/FormInspection.h"
+#include "app/IniSettingsStore.h"
+#include "app/Opt.h"
+#include "app/OptOptions.h"
 #include "app/Version.h"
+#include "engine/WordBM.h"
+#include "engine/modESQR.h"
+#include "engine/ooxml/DocxApplication.h"
+#include "ui/QtUserInterface.h"
 
 #include <CLI/CLI.hpp>
+#include <QApplication>
+#include <QIcon>
+#include <QMessageBox>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <unistd.h>
 
@@ -139,9 +153,78 @@ void addInsertSlip(CLI::App& app, VerbOptions& options) {
     });
 }
 
+// The first arguments that belong to the batch verbs; anything else is the classic line.
+bool isVerb(int argc, char** argv) {
+    if (argc < 2) {
+        return false;
+    }
+    for (const char* verb : {"check", "qrcode", "inspect", "analyze", "convert", "reset", "verify", "merge",
+                             "insert-slip", "--version"}) {
+        if (std::strcmp(argv[1], verb) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Qt cannot start without a display; the help text then goes to the terminal instead of a box.
+bool displayAvailable() {
+    const char* platform = std::getenv("QT_QPA_PLATFORM");
+    const char* x11 = std::getenv("DISPLAY");
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
+    return (platform && *platform) || (x11 && *x11) || (wayland && *wayland);
+}
+
+int windowRun(int argc, char** argv) {
+    const wordbm::ClassicCommand command = wordbm::ClassicCommand::read(argc, argv);
+    const bool display = displayAvailable();
+    if (command.help && !display) {
+        std::string text = wordbm::ClassicCommand::helpText(wordbm::ClassicCommand::programName(argv[0]));
+        for (auto at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n", at)) {
+            text.erase(at, 1);
+            ++at;
+        }
+        std::cout << text << '\n';
+        return 0;
+    }
+    if (!display) {
+        std::cerr << "wordbm: no display; start it on a desktop, or use a batch verb: check, qrcode, "
+                     "inspect, analyze, convert, reset, verify, merge, insert-slip\n";
+        return 2;
+    }
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QString::fromLatin1(wordbm::version::Title));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("wordbm")));
+    if (command.help) {
+        QMessageBox box(QMessageBox::NoIcon, QString::fromLatin1(wordbm::version::Title),
+                        QString::fromStdString(
+                            wordbm::ClassicCommand::helpText(wordbm::ClassicCommand::programName(argv[0]))),
+                        QMessageBox::Ok);
+        box.exec();
+        return 0;
+    }
+    wordbm::Opt store(std::make_shared<wordbm::IniSettingsStore>());
+    wordbm::OptOptions::openMergerSection(store);
+    wordbm::OptOptions options(store, false);
+    wordbm::QtUserInterface ui;
+    ui.options(&options);
+    wordbm::WordBM engine(ui, options, [] { return wordbm::ooxml::DocxApplication::create(); });
+    engine.SlipBuilder(std::make_unique<wordbm::modESQR>(ui, engine.QRComponent()));
+    ui.documentSource([&engine] { return engine.Doc(); });
+    // Set in this order whatever order the line had: the mask, the control file, the form.
+    engine.Template(command.Template);
+    engine.CSVDoc(command.CSVDoc);
+    engine.WordDoc(command.WordDoc);
+    engine.Execute(command.mergePage);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    if (!isVerb(argc, argv)) {
+        return windowRun(argc, argv);
+    }
     CLI::App app{"WordBM: bookmarks, merge and Swiss QR-bill for Word invoice forms", "wordbm"};
     app.set_version_flag("--version", versionText());
     VerbOptions options;

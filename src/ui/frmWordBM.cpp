@@ -1,0 +1,608 @@
+#include "ui/frmWordBM.h"
+
+#include "engine/OptionsPort.h"
+#include "engine/word/Bookmarks.h"
+#include "engine/word/Document.h"
+#include "engine/word/Fields.h"
+#include "engine/word/Range.h"
+#include "engine/word/Sections.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStandardItemModel>
+#include <QTabWidget>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QTimer>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace wordbm {
+
+namespace {
+
+const QString WordCaption = QStringLiteral("Word-Rechnungsformular");
+const QString CSVCaption = QStringLiteral("Rechnungs-Steuerdatei");
+const QString WordPatterns = QStringLiteral("*.docx;*.docm");
+const QString CSVPatterns = QStringLiteral("*.csv");
+
+QPushButton* button(QWidget* parent, const char* name, const QString& caption, const QString& tip = {}) {
+    auto* result = new QPushButton(caption, parent);
+    result->setObjectName(QString::fromLatin1(name));
+    if (!tip.isEmpty()) {
+        result->setToolTip(tip);
+    }
+    return result;
+}
+
+QString fromStd(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+// Word keeps paragraph ends as CR; one character each way keeps the offsets of the view and of
+// the document equal.
+QString viewText(const std::string& text) {
+    QString result = fromStd(text);
+    result.replace(QChar('\r'), QChar('\n'));
+    result.replace(QChar('\a'), QChar(' '));
+    return result;
+}
+
+} // namespace
+
+frmWordBM::frmWordBM(QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("frmWordBM"));
+    informationBox = [this](const QString& text) { QMessageBox::information(this, windowTitle(), text); };
+    beep = [] { QApplication::beep(); };
+    build();
+    updateEnabled();
+}
+
+void frmWordBM::build() {
+    setWindowTitle(QStringLiteral("WordBM"));
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("wordbm")));
+
+    auto* paths = new QGridLayout;
+    lblWordDoc_ = new QLabel(WordCaption, this);
+    lblWordDoc_->setObjectName(QStringLiteral("lblWordDoc"));
+    txtWordDoc_ = new QLineEdit(this);
+    txtWordDoc_->setObjectName(QStringLiteral("txtWordDoc"));
+    lblCSVDoc_ = new QLabel(CSVCaption, this);
+    lblCSVDoc_->setObjectName(QStringLiteral("lblCSVDoc"));
+    txtCSVDoc_ = new QLineEdit(this);
+    txtCSVDoc_->setObjectName(QStringLiteral("txtCSVDoc"));
+    // The tooltips come from the labels' captions, as the window's design asks.
+    btnWordDocOpen_ =
+        button(this, "btnWordDocOpen", QStringLiteral("Öffnen…"), lblWordDoc_->text() + " auswählen");
+    btnWordDocClose_ =
+        button(this, "btnWordDocClose", QStringLiteral("Schliessen"), lblWordDoc_->text() + " schliessen");
+    btnWordDocShow_ =
+        button(this, "btnWordDocShow", QStringLiteral("Ordner"), QStringLiteral("Im Ordner zeigen"));
+    btnWordDocCopy_ = button(this, "btnWordDocCopy", QStringLiteral("Zurückkopieren"),
+                             QStringLiteral("Arbeitskopie über das Original kopieren"));
+    btnWordDocNew_ = button(this, "btnWordDocNew", QStringLiteral("Neu…"),
+                            QStringLiteral("Neues Word-Rechnungsformular mit Einzahlungsschein erstellen"));
+    btnWordTemplate_ = button(this, "btnWordTemplate", QStringLiteral("Aus Vorlage…"),
+                              QStringLiteral("Neues Word-Rechnungsformular aus einer Vorlage erstellen"));
+    btnCSVDocOpen_ =
+        button(this, "btnCSVDocOpen", QStringLiteral("Öffnen…"), lblCSVDoc_->text() + " auswählen");
+    btnCSVDocClose_ =
+        button(this, "btnCSVDocClose", QStringLiteral("Schliessen"), lblCSVDoc_->text() + " schliessen");
+    btnCSVDocShow_ =
+        button(this, "btnCSVDocShow", QStringLiteral("Ordner"), QStringLiteral("Im Ordner zeigen"));
+    auto* lblTemplate = new QLabel(QStringLiteral("Dateinamen-Vorlage"), this);
+    lblTemplate->setObjectName(QStringLiteral("lblTemplate"));
+    txtTemplate_ = new QLineEdit(this);
+    txtTemplate_->setObjectName(QStringLiteral("txtTemplate"));
+    btnTemplate_ = button(this, "btnTemplate", QStringLiteral("Bearbeiten…"),
+                          QStringLiteral("Dateinamen-Vorlage bearbeiten"));
+
+    auto* wordButtons = new QHBoxLayout;
+    for (auto* b : {btnWordDocOpen_, btnWordDocClose_, btnWordDocShow_, btnWordDocCopy_, btnWordDocNew_,
+                    btnWordTemplate_}) {
+        wordButtons->addWidget(b);
+    }
+    wordButtons->addStretch();
+    auto* csvButtons = new QHBoxLayout;
+    for (auto* b : {btnCSVDocOpen_, btnCSVDocClose_, btnCSVDocShow_}) {
+        csvButtons->addWidget(b);
+    }
+    csvButtons->addStretch();
+    paths->addWidget(lblWordDoc_, 0, 0);
+    paths->addWidget(txtWordDoc_, 0, 1);
+    paths->addLayout(wordButtons, 1, 1);
+    paths->addWidget(lblCSVDoc_, 2, 0);
+    paths->addWidget(txtCSVDoc_, 2, 1);
+    paths->addLayout(csvButtons, 3, 1);
+    paths->addWidget(lblTemplate, 4, 0);
+    auto* templateRow = new QHBoxLayout;
+    templateRow->addWidget(txtTemplate_, 1);
+    templateRow->addWidget(btnTemplate_);
+    paths->addLayout(templateRow, 4, 1);
+
+    tabOptions_ = new QTabWidget(this);
+    tabOptions_->setObjectName(QStringLiteral("tabOptions"));
+    fraEdit_ = new QGroupBox(QStringLiteral("Formular bearbeiten"));
+    fraEdit_->setObjectName(QStringLiteral("fraEdit"));
+    fraMerge_ = new QGroupBox(QStringLiteral("Rechnungslauf"));
+    fraMerge_->setObjectName(QStringLiteral("fraMerge"));
+    tabOptions_->addTab(fraEdit_, QStringLiteral("Formular"));
+    tabOptions_->addTab(fraMerge_, QStringLiteral("Serienbrief"));
+
+    cbxFields_ = new QComboBox(fraEdit_);
+    cbxFields_->setObjectName(QStringLiteral("cbxFields"));
+    cbxFields_->setToolTip(QStringLiteral("Exportfeld für die neue Textmarke"));
+    btnInsert_ = button(fraEdit_, "btnInsert", QStringLiteral("Einfügen"),
+                        QStringLiteral("Textmarke an der Cursorposition einfügen"));
+    auto* lblInsert =
+        new QLabel(QStringLiteral("Textmarke für das gewählte Feld an der Cursorposition"), fraEdit_);
+    lblInsert->setObjectName(QStringLiteral("lblInsert"));
+    btnReplace_ = button(fraEdit_, "btnReplace", QStringLiteral("Seriendruckfelder ersetzen"),
+                         QStringLiteral("Seriendruckfelder in Textmarken umwandeln"));
+    btnVerify_ =
+        button(fraEdit_, "btnVerify", QStringLiteral("Prüfen"), QStringLiteral("Textmarken sichtbar machen"));
+    btnAnalyze_ = button(fraEdit_, "btnAnalyze", QStringLiteral("Analysieren"),
+                         QStringLiteral("Textmarken und Seriendruckfelder zählen"));
+    btnReset_ = button(fraEdit_, "btnReset", QStringLiteral("Zurücksetzen"),
+                       QStringLiteral("Seriendruckfelder löschen"));
+    auto* lblReset = new QLabel(QStringLiteral("Löscht die bekannten Seriendruckfelder"), fraEdit_);
+    lblReset->setObjectName(QStringLiteral("lblReset"));
+    btnInsertESQR_ = button(fraEdit_, "btnInsertESQR", QStringLiteral("QR-Einzahlungsschein…"),
+                            QStringLiteral("QR-Zahlteil in das Formular einfügen"));
+    auto* edit = new QGridLayout(fraEdit_);
+    edit->addWidget(cbxFields_, 0, 0);
+    edit->addWidget(btnInsert_, 0, 1);
+    edit->addWidget(lblInsert, 1, 0, 1, 2);
+    edit->addWidget(btnReplace_, 2, 0);
+    edit->addWidget(btnVerify_, 2, 1);
+    edit->addWidget(btnAnalyze_, 3, 0);
+    edit->addWidget(btnReset_, 3, 1);
+    edit->addWidget(lblReset, 4, 0, 1, 2);
+    edit->addWidget(btnInsertESQR_, 5, 0, 1, 2);
+    edit->setRowStretch(6, 1);
+
+    btnMerge_ = button(fraMerge_, "btnMerge", QStringLiteral("Serienbrief erstellen…"),
+                       QStringLiteral("Eine Rechnung pro Zeile der Steuerdatei erstellen"));
+    btnTest_ = button(fraMerge_, "btnTest", QStringLiteral("Test"),
+                      QStringLiteral("Nur die Dateinamen der Rechnungen auflisten"));
+    auto* merge = new QVBoxLayout(fraMerge_);
+    merge->addWidget(btnMerge_);
+    merge->addWidget(btnTest_);
+    merge->addStretch();
+
+    lblCounts_ = new QLabel(this);
+    lblCounts_->setObjectName(QStringLiteral("lblCounts"));
+    lblCounts_->setWordWrap(true);
+    txtTrace_ = new QPlainTextEdit(this);
+    txtTrace_->setObjectName(QStringLiteral("txtTrace"));
+    txtTrace_->setReadOnly(true);
+    txtTrace_->setPlaceholderText(QStringLiteral("Protokoll der Analyse"));
+    txtForm_ = new QTextEdit(this);
+    txtForm_->setObjectName(QStringLiteral("txtForm"));
+    txtForm_->setReadOnly(true);
+    txtForm_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    txtForm_->setPlaceholderText(QStringLiteral("Kein Word-Rechnungsformular geöffnet"));
+    txtForm_->viewport()->installEventFilter(this);
+
+    auto* left = new QWidget(this);
+    auto* leftLayout = new QVBoxLayout(left);
+    leftLayout->setContentsMargins(0, 0, 0, 0);
+    leftLayout->addWidget(tabOptions_);
+    leftLayout->addWidget(lblCounts_);
+    leftLayout->addWidget(txtTrace_, 1);
+    auto* splitter = new QSplitter(this);
+    splitter->addWidget(left);
+    splitter->addWidget(txtForm_);
+    splitter->setStretchFactor(1, 1);
+
+    auto* main = new QVBoxLayout(this);
+    main->addLayout(paths);
+    main->addWidget(splitter, 1);
+
+    for (auto* box : {txtWordDoc_, txtCSVDoc_}) {
+        box->setAcceptDrops(false); // the window checks drops itself, see eventFilter
+        box->installEventFilter(this);
+    }
+    setAcceptDrops(false);
+    txtWordDoc_->setAcceptDrops(true);
+    txtCSVDoc_->setAcceptDrops(true);
+
+    connect(txtWordDoc_, &QLineEdit::textChanged, this, [this] { updateEnabled(); });
+    connect(txtCSVDoc_, &QLineEdit::textChanged, this, [this] { updateEnabled(); });
+    connect(txtWordDoc_, &QLineEdit::editingFinished, this,
+            [this] { pathEdited(txtWordDoc_, lastWordDoc_, WindowEvent::OpenWordDoc); });
+    connect(txtCSVDoc_, &QLineEdit::editingFinished, this,
+            [this] { pathEdited(txtCSVDoc_, lastCSVDoc_, WindowEvent::OpenCSVDoc); });
+    connect(btnInsert_, &QPushButton::clicked, this, [this] { insertField(); });
+    connect(btnReplace_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Replace); });
+    connect(btnVerify_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Verify); });
+    connect(btnAnalyze_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Analyze); });
+    connect(btnReset_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Reset); });
+    connect(btnInsertESQR_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::ESQRgo); });
+    connect(btnMerge_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Merge); });
+    connect(btnTest_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Test); });
+    connect(btnWordDocCopy_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::WordCopy); });
+    connect(btnWordDocOpen_, &QPushButton::clicked, this, [this] { chooseWordDoc(); });
+    connect(btnCSVDocOpen_, &QPushButton::clicked, this, [this] { chooseCSVDoc(); });
+    connect(btnWordDocClose_, &QPushButton::clicked, this,
+            [this] { emitEvent(WindowEvent::OpenWordDoc, {}); });
+    connect(btnCSVDocClose_, &QPushButton::clicked, this, [this] { setCSVDoc({}); });
+    connect(btnWordDocShow_, &QPushButton::clicked, this, [this] { showInFolder(txtWordDoc_->text()); });
+    connect(btnCSVDocShow_, &QPushButton::clicked, this, [this] { showInFolder(txtCSVDoc_->text()); });
+    connect(btnWordDocNew_, &QPushButton::clicked, this, [this] { newForm(true); });
+    connect(btnWordTemplate_, &QPushButton::clicked, this, [this] { newForm(false); });
+    connect(btnTemplate_, &QPushButton::clicked, this, [this] {
+        if (editTemplate) {
+            editTemplate();
+        }
+    });
+    connect(txtForm_, &QTextEdit::cursorPositionChanged, this, [this] { formClicked(); });
+
+    // A word processor closed by hand must be noticed; the engine checks on every tick.
+    Timer1_ = new QTimer(this);
+    Timer1_->setObjectName(QStringLiteral("Timer1"));
+    Timer1_->setInterval(2000);
+    connect(Timer1_, &QTimer::timeout, this, [this] { emitEvent(WindowEvent::Timer); });
+    resize(1000, 680);
+}
+
+void frmWordBM::updateEnabled() {
+    const bool word = !txtWordDoc_->text().isEmpty();
+    const bool csv = !txtCSVDoc_->text().isEmpty();
+    for (QWidget* w : std::initializer_list<QWidget*>{btnInsert_, btnInsertESQR_, btnReplace_, btnVerify_,
+                                                      btnAnalyze_, btnReset_, cbxFields_}) {
+        w->setEnabled(word);
+    }
+    btnMerge_->setEnabled(word && csv);
+    btnTest_->setEnabled(csv);
+    btnWordDocOpen_->setEnabled(true);
+    btnWordDocClose_->setEnabled(word);
+    btnCSVDocClose_->setEnabled(csv);
+}
+
+void frmWordBM::emitEvent(WindowEvent event, const std::string& argument) {
+    if (raise_) {
+        raise_(event, argument);
+    }
+}
+
+void frmWordBM::execute(const MainWindowSetup& setup) {
+    cbxFields_->clear();
+    for (const auto& field : setup.fields) {
+        if (field == "-") {
+            cbxFields_->insertSeparator(cbxFields_->count());
+            // A separator still reads as "-" so that choosing it can be refused like a field.
+            cbxFields_->setItemText(cbxFields_->count() - 1, QStringLiteral("-"));
+        } else {
+            cbxFields_->addItem(fromStd(field));
+        }
+    }
+    txtTemplate_->setText(fromStd(setup.Template));
+    if (setup.mergePage) {
+        tabOptions_->setCurrentIndex(1);
+    }
+    show();
+    Timer1_->start();
+    // As a person's typing would: the control file first, then the form.
+    if (!setup.CSVDoc.empty()) {
+        setCSVDoc(fromStd(setup.CSVDoc));
+    }
+    if (!setup.WordDoc.empty()) {
+        setWordDoc(fromStd(setup.WordDoc));
+    }
+}
+
+void frmWordBM::setWordDoc(const QString& path) {
+    txtWordDoc_->setText(path);
+    lastWordDoc_ = path;
+    emitEvent(WindowEvent::OpenWordDoc, path.toStdString());
+}
+
+void frmWordBM::setCSVDoc(const QString& path) {
+    txtCSVDoc_->setText(path);
+    lastCSVDoc_ = path;
+    emitEvent(WindowEvent::OpenCSVDoc, path.toStdString());
+}
+
+void frmWordBM::setTemplate(const QString& mask) {
+    txtTemplate_->setText(mask);
+}
+
+QString frmWordBM::templateText() const {
+    return txtTemplate_->text();
+}
+
+void frmWordBM::pathEdited(QLineEdit* box, QString& last, WindowEvent event) {
+    if (box->text() == last) {
+        return;
+    }
+    last = box->text();
+    emitEvent(event, last.toStdString());
+}
+
+void frmWordBM::showWordDoc(const std::string& original, const std::string& working) {
+    const QSignalBlocker blocker(txtWordDoc_);
+    txtWordDoc_->setText(fromStd(original));
+    txtWordDoc_->setToolTip(QStringLiteral("Arbeitskopie: ") + fromStd(working));
+    lastWordDoc_ = txtWordDoc_->text();
+    updateEnabled();
+    refreshForm();
+}
+
+void frmWordBM::clearWordDoc() {
+    const QSignalBlocker blocker(txtWordDoc_);
+    txtWordDoc_->clear();
+    txtWordDoc_->setToolTip({});
+    lastWordDoc_.clear();
+    txtForm_->clear();
+    updateEnabled();
+}
+
+void frmWordBM::showCSVDoc(const std::string& original, const std::string& working) {
+    const QSignalBlocker blocker(txtCSVDoc_);
+    txtCSVDoc_->setText(fromStd(original));
+    txtCSVDoc_->setToolTip(QStringLiteral("Arbeitskopie: ") + fromStd(working));
+    lastCSVDoc_ = txtCSVDoc_->text();
+    updateEnabled();
+}
+
+void frmWordBM::clearCSVDoc() {
+    const QSignalBlocker blocker(txtCSVDoc_);
+    txtCSVDoc_->clear();
+    txtCSVDoc_->setToolTip({});
+    lastCSVDoc_.clear();
+    updateEnabled();
+}
+
+void frmWordBM::showTrace(const std::string& trace) {
+    QString text = fromStd(trace);
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    txtTrace_->setPlainText(text);
+    refreshForm();
+}
+
+void frmWordBM::showCounts(const DocumentCounts& counts) {
+    lblCounts_->setText(QStringLiteral("Exportfelder: %1   Textmarken: %2 (bekannt %3)   "
+                                       "Seriendruckfelder: %4 (bekannt %5)")
+                            .arg(counts.exportFields)
+                            .arg(counts.bookmarksTotal)
+                            .arg(counts.bookmarksKnown)
+                            .arg(counts.mergeFieldsTotal)
+                            .arg(counts.mergeFieldsKnown));
+}
+
+void frmWordBM::refreshForm() {
+    word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
+    const QSignalBlocker blocker(txtForm_);
+    if (!doc) {
+        txtForm_->clear();
+        return;
+    }
+    try {
+        // The main story first, offset for offset, so that a click maps to the document's Range.
+        txtForm_->setPlainText(viewText(doc->Content()->Text()));
+        const int mainLength = txtForm_->document()->characterCount() - 1;
+        QTextCharFormat bookmarkFormat;
+        bookmarkFormat.setBackground(QColor(255, 236, 160));
+        QTextCharFormat fieldFormat;
+        fieldFormat.setBackground(QColor(190, 220, 255));
+        auto mark = [&](long start, long end, const QTextCharFormat& format, const QString& tip) {
+            if (start < 0 || end > mainLength || end < start) {
+                return;
+            }
+            QTextCursor cursor(txtForm_->document());
+            cursor.setPosition(static_cast<int>(start));
+            cursor.setPosition(static_cast<int>(end == start ? std::min<long>(end + 1, mainLength) : end),
+                               QTextCursor::KeepAnchor);
+            QTextCharFormat withTip = format;
+            withTip.setToolTip(tip);
+            cursor.mergeCharFormat(withTip);
+        };
+        auto bookmarks = doc->Bookmarks();
+        for (int i = 1; i <= bookmarks->Count(); ++i) {
+            auto bookmark = bookmarks->Item(i);
+            if (bookmark->StoryType() == 1) {
+                mark(bookmark->Start(), bookmark->End(), bookmarkFormat,
+                     QStringLiteral("Textmarke ") + fromStd(bookmark->Name()));
+            }
+        }
+        auto fields = doc->Fields();
+        for (int i = 1; i <= fields->Count(); ++i) {
+            auto field = fields->Item(i);
+            auto code = field->Code();
+            auto result = field->Result();
+            mark(std::min(code->Start(), result->Start()), std::max(code->End(), result->End()), fieldFormat,
+                 QStringLiteral("Feld ") + fromStd(code->Text()));
+        }
+        // Headers and footers after the main story, for reading only.
+        QTextCursor tail(txtForm_->document());
+        tail.movePosition(QTextCursor::End);
+        QTextCharFormat heading;
+        heading.setFontWeight(QFont::Bold);
+        auto sections = doc->Sections();
+        for (int s = 1; s <= sections->Count(); ++s) {
+            auto section = sections->Item(s);
+            for (auto [parts, kind] : {std::pair{section->Headers(), QStringLiteral("Kopfzeile")},
+                                       std::pair{section->Footers(), QStringLiteral("Fusszeile")}}) {
+                for (int p = 1; p <= parts->Count(); ++p) {
+                    auto part = parts->Item(p);
+                    if (!part->Exists()) {
+                        continue;
+                    }
+                    tail.insertBlock();
+                    tail.insertText(QStringLiteral("── %1 %2.%3 ──").arg(kind).arg(s).arg(p), heading);
+                    tail.insertBlock();
+                    tail.insertText(viewText(part->Range()->Text()), QTextCharFormat());
+                }
+            }
+        }
+    } catch (const std::exception& error) {
+        txtForm_->setPlainText(QStringLiteral("Das Formular kann nicht angezeigt werden: ") +
+                               QString::fromUtf8(error.what()));
+    }
+}
+
+void frmWordBM::formClicked() {
+    word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
+    if (!doc) {
+        return;
+    }
+    const QTextCursor cursor = txtForm_->textCursor();
+    try {
+        const long storyEnd = doc->Content()->End();
+        const long start = std::min<long>(cursor.selectionStart(), storyEnd);
+        const long end = std::min<long>(cursor.selectionEnd(), storyEnd);
+        // Beyond the main story lie the headers and footers, shown for reading only.
+        if (cursor.selectionStart() <= storyEnd) {
+            doc->Range(start, end)->Select();
+        }
+    } catch (const std::exception&) {
+        // The view may lag behind an edit; the next refresh puts it right.
+    }
+}
+
+void frmWordBM::insertField() {
+    const QString field = cbxFields_->currentText();
+    if (field == QStringLiteral("-")) {
+        beep();
+        return;
+    }
+    emitEvent(WindowEvent::Insert, field.toStdString());
+}
+
+bool frmWordBM::dropOn(QLineEdit* box, const QStringList& paths, const QString& patterns, QChar separator) {
+    if (paths.size() > 1) {
+        informationBox(QStringLiteral("Maximal eine Datei!"));
+        return false;
+    }
+    if (paths.isEmpty()) {
+        return false;
+    }
+    const QString name = paths.front().toLower();
+    for (const QString& pattern : patterns.split(separator)) {
+        const QString tail = pattern.mid(pattern.indexOf(QChar('*')) + 1).toLower();
+        if (name.endsWith(tail)) {
+            if (box == txtWordDoc_) {
+                setWordDoc(paths.front());
+            } else {
+                setCSVDoc(paths.front());
+            }
+            return true;
+        }
+    }
+    informationBox(QStringLiteral("Muss eine '") + patterns + QStringLiteral("' Datei sein!"));
+    return false;
+}
+
+bool frmWordBM::dropOnWordDoc(const QStringList& paths) {
+    return dropOn(txtWordDoc_, paths, WordPatterns, QChar(';'));
+}
+
+bool frmWordBM::dropOnCSVDoc(const QStringList& paths) {
+    return dropOn(txtCSVDoc_, paths, CSVPatterns, QChar(','));
+}
+
+bool frmWordBM::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == txtWordDoc_ || watched == txtCSVDoc_) {
+        if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
+            auto* drag = static_cast<QDropEvent*>(event);
+            if (drag->mimeData()->hasUrls()) {
+                drag->acceptProposedAction();
+                return true;
+            }
+        } else if (event->type() == QEvent::Drop) {
+            auto* drop = static_cast<QDropEvent*>(event);
+            QStringList paths;
+            for (const QUrl& url : drop->mimeData()->urls()) {
+                paths << url.toLocalFile();
+            }
+            if (watched == txtWordDoc_) {
+                dropOnWordDoc(paths);
+            } else {
+                dropOnCSVDoc(paths);
+            }
+            drop->acceptProposedAction();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void frmWordBM::chooseWordDoc() {
+    const QString path = QFileDialog::getOpenFileName(
+        this, WordCaption, txtWordDoc_->text(), QStringLiteral("Word-Rechnungsformulare (*.docx *.docm)"));
+    if (!path.isEmpty()) {
+        setWordDoc(path);
+    }
+}
+
+void frmWordBM::chooseCSVDoc() {
+    const QString path = QFileDialog::getOpenFileName(this, CSVCaption, txtCSVDoc_->text(),
+                                                      QStringLiteral("Rechnungs-Steuerdateien (*.csv)"));
+    if (!path.isEmpty()) {
+        setCSVDoc(path);
+    }
+}
+
+void frmWordBM::showInFolder(const QString& path) {
+    // No desktop offers "select this file" everywhere; the folder itself opens.
+    if (!path.isEmpty()) {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absolutePath()));
+    }
+}
+
+void frmWordBM::newForm(bool withSlip) {
+    const QString folder = options_ ? fromStd(options_->get("DOCOpen")) : QString();
+    const QString templatePath =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Vorlage wählen"), folder,
+                                     QStringLiteral("Word-Vorlagen (*.docx *.docm *.dotx *.dotm)"));
+    if (templatePath.isEmpty()) {
+        return;
+    }
+    QFileDialog dialog(this, QStringLiteral("Neues Word-Rechnungsformular erstellen"), folder,
+                       QStringLiteral("Word-Rechnungsformulare(*.doc?);;Alle Dateien (*.*)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("docm"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return;
+    }
+    const QString target = dialog.selectedFiles().front();
+    if (options_) {
+        options_->set("DOCOpen", QFileInfo(target).absolutePath().toStdString());
+    }
+    QFile::remove(target);
+    if (!QFile::copy(templatePath, target)) {
+        informationBox(QStringLiteral("Das Formular kann nicht erstellt werden: ") + target);
+        return;
+    }
+    setWordDoc(target);
+    if (withSlip) {
+        emitEvent(WindowEvent::ESQRgo);
+    }
+}
+
+void frmWordBM::closeEvent(QCloseEvent* event) {
+    // The engine decides when the program ends; the window stays until it has quit.
+    emitEvent(WindowEvent::Quit);
+    event->accept();
+}
+
+} // namespace wordbm

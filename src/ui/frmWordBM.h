@@ -1,0 +1,132 @@
+#pragma once
+
+#include "engine/DocumentCounts.h"
+#include "engine/MainWindowSetup.h"
+#include "engine/WindowEvent.h"
+#include "engine/word/Forward.h"
+
+#include <QStringList>
+#include <QWidget>
+#include <functional>
+#include <string>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QTabWidget;
+class QTextEdit;
+class QTimer;
+class QGroupBox;
+
+namespace wordbm {
+
+class OptionsPort;
+
+// The main window: the two paths, the file-name mask and the engine's commands. It holds no
+// document logic; every command goes to the engine as a WindowEvent through `raise`.
+class frmWordBM : public QWidget {
+    Q_OBJECT
+public:
+    // Receives the window's events; the engine's handler sits behind it.
+    using Raise = std::function<void(WindowEvent, const std::string&)>;
+    // The engine's open document, read for the form view; may be empty.
+    using DocumentSource = std::function<word::DocumentPtr()>;
+
+    explicit frmWordBM(QWidget* parent = nullptr);
+
+    void setRaise(Raise raise) { raise_ = std::move(raise); }
+    void setDocumentSource(DocumentSource source) { documentSource_ = std::move(source); }
+    // Options for the new-form folder ("DOCOpen"); may stay unset.
+    void setOptions(OptionsPort* options) { options_ = options; }
+
+    // Fills the boxes as the engine's Execute asks; the path boxes raise their open events.
+    void execute(const MainWindowSetup& setup);
+    // Display updates: they change the boxes without raising events.
+    void showWordDoc(const std::string& original, const std::string& working);
+    void clearWordDoc();
+    void showCSVDoc(const std::string& original, const std::string& working);
+    void clearCSVDoc();
+    void showTrace(const std::string& trace);
+    void showCounts(const DocumentCounts& counts);
+    // Rereads the working form into the form view.
+    void refreshForm();
+
+    // Puts a path into a box as a person's choice would, raising the box's open event.
+    void setWordDoc(const QString& path);
+    void setCSVDoc(const QString& path);
+    void setTemplate(const QString& mask);
+    QString templateText() const;
+
+    // Checks one drop on a path box; true when the path was taken. Shows "Maximal eine Datei!"
+    // or the pattern message otherwise.
+    bool dropOnWordDoc(const QStringList& paths);
+    bool dropOnCSVDoc(const QStringList& paths);
+
+    // The message box the window's own checks use; replaceable so tests can read it.
+    std::function<void(const QString& text)> informationBox;
+    // Called instead of QApplication::beep, so tests can count beeps.
+    std::function<void()> beep;
+    // Opens the template editor; set by the user interface, which knows the dialog.
+    std::function<void()> editTemplate;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void build();
+    void updateEnabled();
+    void emitEvent(WindowEvent event, const std::string& argument = {});
+    bool dropOn(QLineEdit* box, const QStringList& paths, const QString& patterns, QChar separator);
+    void pathEdited(QLineEdit* box, QString& last, WindowEvent event);
+    void chooseWordDoc();
+    void chooseCSVDoc();
+    void showInFolder(const QString& path);
+    void newForm(bool withSlip);
+    void insertField();
+    void formClicked();
+
+    Raise raise_;
+    DocumentSource documentSource_;
+    OptionsPort* options_ = nullptr;
+
+    QLabel* lblWordDoc_ = nullptr;
+    QLineEdit* txtWordDoc_ = nullptr;
+    QLabel* lblCSVDoc_ = nullptr;
+    QLineEdit* txtCSVDoc_ = nullptr;
+    QLineEdit* txtTemplate_ = nullptr;
+    QTabWidget* tabOptions_ = nullptr;
+    QGroupBox* fraEdit_ = nullptr;
+    QGroupBox* fraMerge_ = nullptr;
+    QComboBox* cbxFields_ = nullptr;
+    QPushButton* btnInsert_ = nullptr;
+    QPushButton* btnInsertESQR_ = nullptr;
+    QPushButton* btnReplace_ = nullptr;
+    QPushButton* btnVerify_ = nullptr;
+    QPushButton* btnAnalyze_ = nullptr;
+    QPushButton* btnReset_ = nullptr;
+    QPushButton* btnMerge_ = nullptr;
+    QPushButton* btnTest_ = nullptr;
+    QPushButton* btnWordDocOpen_ = nullptr;
+    QPushButton* btnWordDocClose_ = nullptr;
+    QPushButton* btnWordDocShow_ = nullptr;
+    QPushButton* btnWordDocCopy_ = nullptr;
+    QPushButton* btnWordDocNew_ = nullptr;
+    QPushButton* btnWordTemplate_ = nullptr;
+    QPushButton* btnCSVDocOpen_ = nullptr;
+    QPushButton* btnCSVDocClose_ = nullptr;
+    QPushButton* btnCSVDocShow_ = nullptr;
+    QPushButton* btnTemplate_ = nullptr;
+    QLabel* lblCounts_ = nullptr;
+    QPlainTextEdit* txtTrace_ = nullptr;
+    QTextEdit* txtForm_ = nullptr;
+    QTimer* Timer1_ = nullptr;
+
+    // The last paths raised, so an unchanged box raises nothing when editing ends.
+    QString lastWordDoc_;
+    QString lastCSVDoc_;
+};
+
+} // namespace wordbm

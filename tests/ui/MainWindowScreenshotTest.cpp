@@ -1,0 +1,115 @@
+#include "app/MemorySettingsStore.h"
+#include "app/Opt.h"
+#include "app/OptOptions.h"
+#include "engine/WordBM.h"
+#include "engine/ooxml/DocxApplication.h"
+#include "engine/word/Application.h"
+#include "engine/word/Document.h"
+#include "engine/word/Range.h"
+#include "engine/word/Selection.h"
+#include "ui/QtUserInterface.h"
+#include "ui/frmWordBM.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTextEdit>
+#include <QtTest>
+
+// The real window on the real engine with the sample form and control file: what a person sees
+// after starting "wordbm /w Rechnung.docx /c Rechnungslauf.csv", written as PNG files for review.
+class MainWindowScreenshotTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir home_;
+
+    static QString sample(const char* name) {
+        return QDir(QStringLiteral(WORDBM_SOURCE_DIR "/examples")).filePath(QString::fromLatin1(name));
+    }
+
+    static void save(QWidget& widget, const QString& name) {
+        QDir().mkpath(QStringLiteral(WORDBM_SCREENSHOT_DIR));
+        const QString path = QDir(QStringLiteral(WORDBM_SCREENSHOT_DIR)).filePath(name);
+        QVERIFY2(widget.grab().save(path), qPrintable(path));
+    }
+
+    static void lookAt(wordbm::QtUserInterface& ui, wordbm::WordBM& engine) {
+        auto& window = ui.window();
+        window.resize(1100, 720);
+        QCOMPARE(window.findChild<QLineEdit*>(QStringLiteral("txtWordDoc"))->text(), sample("Rechnung.docx"));
+        QCOMPARE(window.findChild<QLineEdit*>(QStringLiteral("txtCSVDoc"))->text(),
+                 sample("Rechnungslauf.csv"));
+        QVERIFY(!engine.WordWork().empty());
+        QVERIFY(window.findChild<QPushButton*>(QStringLiteral("btnMerge"))->isEnabled());
+        QVERIFY(window.findChild<QComboBox*>(QStringLiteral("cbxFields"))->count() > 10);
+        auto* form = window.findChild<QTextEdit*>(QStringLiteral("txtForm"));
+        QVERIFY(form->toPlainText().contains(QStringLiteral("Rechnung")));
+        save(window, QStringLiteral("main-window-edit.png"));
+
+        // A click in the form view is the engine's selection.
+        QTextCursor cursor = form->textCursor();
+        cursor.setPosition(5);
+        form->setTextCursor(cursor);
+        QCOMPARE(engine.Word()->Selection()->Start(), 5L);
+
+        window.findChild<QPushButton*>(QStringLiteral("btnAnalyze"))->click();
+        save(window, QStringLiteral("main-window-analyzed.png"));
+        window.findChild<QTabWidget*>(QStringLiteral("tabOptions"))->setCurrentIndex(1);
+        save(window, QStringLiteral("main-window-merge.png"));
+    }
+
+private slots:
+    void initTestCase() {
+        QVERIFY(home_.isValid());
+        // The working copies and settings go to a home of the test's own.
+        qputenv("HOME", home_.path().toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", home_.filePath(QStringLiteral(".config")).toLocal8Bit());
+        QDir(home_.path()).mkpath(QStringLiteral("Documents"));
+    }
+
+    void sampleRunInTheWindow() {
+        wordbm::Opt store(std::make_shared<wordbm::MemorySettingsStore>());
+        wordbm::OptOptions options(store, false);
+        wordbm::QtUserInterface ui;
+        std::vector<std::string> boxes;
+        // Every question is answered Yes, so closing saves nothing back over the samples.
+        ui.answerBox = [&boxes](const std::string& text, int buttons, const std::string&) {
+            boxes.push_back(text);
+            qInfo("box: %s", text.c_str());
+            return buttons == wordbm::msgbox::YesNo || buttons == wordbm::msgbox::YesNoCancel
+                       ? wordbm::msgbox::No
+                       : wordbm::msgbox::Ok;
+        };
+        wordbm::WordBM engine(ui, options, [] { return wordbm::ooxml::DocxApplication::create(); });
+        ui.documentSource([&engine] { return engine.Doc(); });
+        engine.CSVDoc(sample("Rechnungslauf.csv").toStdString());
+        engine.WordDoc(sample("Rechnung.docx").toStdString());
+
+        auto& window = ui.window();
+        bool checked = false;
+        // Looked at once the engine's loop runs with both files open (opening the control file
+        // lets events run, so a first tick may come too early); closing the window quits it, also
+        // when a check failed.
+        QTimer poll;
+        int ticks = 0;
+        QObject::connect(&poll, &QTimer::timeout, &window, [&] {
+            if (checked || (engine.Doc() == nullptr && ++ticks < 1200)) {
+                return;
+            }
+            checked = true;
+            poll.stop();
+            lookAt(ui, engine);
+            window.close();
+        });
+        poll.start(50);
+        engine.Execute(false);
+        QVERIFY(checked);
+        QVERIFY(!engine.Running());
+    }
+};
+
+QTEST_MAIN(MainWindowScreenshotTest)
+#include "MainWindowScreenshotTest.moc"

@@ -1,0 +1,228 @@
+#include "ui/frmWordBM.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QtTest>
+#include <utility>
+#include <vector>
+
+using wordbm::frmWordBM;
+using wordbm::WindowEvent;
+
+// The main window alone: every event it raises and every box it shows are recorded here.
+class frmWordBMTest : public QObject {
+    Q_OBJECT
+
+    std::vector<std::pair<WindowEvent, std::string>> events_;
+    QStringList boxes_;
+    int beeps_ = 0;
+
+    std::unique_ptr<frmWordBM> makeWindow() {
+        events_.clear();
+        boxes_.clear();
+        beeps_ = 0;
+        auto window = std::make_unique<frmWordBM>();
+        window->setRaise([this](WindowEvent event, const std::string& argument) {
+            // The timer's ticks are the engine's business, not the subject here.
+            if (event != WindowEvent::Timer) {
+                events_.emplace_back(event, argument);
+            }
+        });
+        window->informationBox = [this](const QString& text) { boxes_ << text; };
+        window->beep = [this] { ++beeps_; };
+        return window;
+    }
+
+    template <typename T> static T* find(frmWordBM& window, const char* name) {
+        auto* widget = window.findChild<T*>(QString::fromLatin1(name));
+        if (!widget) {
+            qFatal("control %s missing", name);
+        }
+        return widget;
+    }
+
+    static bool enabled(frmWordBM& window, const char* name) {
+        return find<QWidget>(window, name)->isEnabled();
+    }
+
+private slots:
+    void enablingFollowsThePaths() {
+        auto window = makeWindow();
+        window->execute({"&W&\\&K&.&E&", "", "", false, {"Kunde", "-", "Betrag"}});
+        const char* wordOnly[] = {"btnInsert",  "btnInsertESQR", "btnReplace", "btnVerify",
+                                  "btnAnalyze", "btnReset",      "cbxFields",  "btnWordDocClose"};
+        for (const char* name : wordOnly) {
+            QVERIFY2(!enabled(*window, name), name);
+        }
+        QVERIFY(!enabled(*window, "btnMerge"));
+        QVERIFY(!enabled(*window, "btnTest"));
+        QVERIFY(!enabled(*window, "btnCSVDocClose"));
+        QVERIFY(enabled(*window, "btnWordDocOpen"));
+        QVERIFY(enabled(*window, "btnCSVDocOpen"));
+        QVERIFY(enabled(*window, "btnTemplate"));
+        QVERIFY(enabled(*window, "txtTemplate"));
+
+        // A control file without a form: only the test run.
+        window->showCSVDoc("/tmp/a.csv", "/tmp/work/a.csv");
+        QVERIFY(enabled(*window, "btnTest"));
+        QVERIFY(!enabled(*window, "btnMerge"));
+        QVERIFY(enabled(*window, "btnCSVDocClose"));
+        QVERIFY(!enabled(*window, "btnInsert"));
+
+        window->showWordDoc("/tmp/f.docx", "/tmp/work/f.docx");
+        for (const char* name : wordOnly) {
+            QVERIFY2(enabled(*window, name), name);
+        }
+        QVERIFY(enabled(*window, "btnMerge"));
+
+        window->clearCSVDoc();
+        QVERIFY(!enabled(*window, "btnMerge"));
+        QVERIFY(!enabled(*window, "btnTest"));
+        window->clearWordDoc();
+        QVERIFY(!enabled(*window, "btnInsert"));
+        // Display updates never raise events.
+        QVERIFY(events_.empty());
+    }
+
+    void captionsAndTooltips() {
+        auto window = makeWindow();
+        QCOMPARE(find<QPushButton>(*window, "btnWordDocOpen")->toolTip(),
+                 QStringLiteral("Word-Rechnungsformular auswählen"));
+        QCOMPARE(find<QPushButton>(*window, "btnWordDocClose")->toolTip(),
+                 QStringLiteral("Word-Rechnungsformular schliessen"));
+        QCOMPARE(find<QPushButton>(*window, "btnCSVDocOpen")->toolTip(),
+                 QStringLiteral("Rechnungs-Steuerdatei auswählen"));
+        QCOMPARE(find<QPushButton>(*window, "btnCSVDocClose")->toolTip(),
+                 QStringLiteral("Rechnungs-Steuerdatei schliessen"));
+        auto* tab = find<QTabWidget>(*window, "tabOptions");
+        QCOMPARE(tab->widget(0)->objectName(), QStringLiteral("fraEdit"));
+        QCOMPARE(tab->widget(1)->objectName(), QStringLiteral("fraMerge"));
+        QVERIFY(window->findChild<QTimer*>(QStringLiteral("Timer1")));
+    }
+
+    void executeFillsBoxesAndRaisesOpens() {
+        auto window = makeWindow();
+        window->execute({"&K&.&E&", "/tmp/r.csv", "/tmp/f.docx", true, {"Kunde"}});
+        QCOMPARE(find<QLineEdit>(*window, "txtTemplate")->text(), QStringLiteral("&K&.&E&"));
+        QCOMPARE(find<QTabWidget>(*window, "tabOptions")->currentIndex(), 1);
+        QCOMPARE(events_.size(), 2u);
+        QCOMPARE(events_[0].first, WindowEvent::OpenCSVDoc);
+        QCOMPARE(events_[0].second, std::string("/tmp/r.csv"));
+        QCOMPARE(events_[1].first, WindowEvent::OpenWordDoc);
+        QCOMPARE(events_[1].second, std::string("/tmp/f.docx"));
+
+        auto other = makeWindow();
+        other->execute({"", "", "", false, {}});
+        QCOMPARE(find<QTabWidget>(*other, "tabOptions")->currentIndex(), 0);
+        QVERIFY(events_.empty());
+    }
+
+    void commandsRaiseTheirEvents() {
+        auto window = makeWindow();
+        window->execute({"", "", "", false, {"Kunde", "-", "Betrag"}});
+        window->showWordDoc("/tmp/f.docx", "/tmp/w.docx");
+        window->showCSVDoc("/tmp/r.csv", "/tmp/w.csv");
+        const std::pair<const char*, WindowEvent> buttons[] = {{"btnReplace", WindowEvent::Replace},
+                                                               {"btnVerify", WindowEvent::Verify},
+                                                               {"btnAnalyze", WindowEvent::Analyze},
+                                                               {"btnReset", WindowEvent::Reset},
+                                                               {"btnMerge", WindowEvent::Merge},
+                                                               {"btnTest", WindowEvent::Test},
+                                                               {"btnInsertESQR", WindowEvent::ESQRgo},
+                                                               {"btnWordDocCopy", WindowEvent::WordCopy},
+                                                               {"btnWordDocClose", WindowEvent::OpenWordDoc}};
+        for (const auto& [name, event] : buttons) {
+            events_.clear();
+            QTest::mouseClick(find<QPushButton>(*window, name), Qt::LeftButton);
+            QCOMPARE(events_.size(), 1u);
+            QCOMPARE(events_[0].first, event);
+            QCOMPARE(events_[0].second, std::string());
+        }
+        events_.clear();
+        QTest::mouseClick(find<QPushButton>(*window, "btnCSVDocClose"), Qt::LeftButton);
+        QCOMPARE(events_.size(), 1u);
+        QCOMPARE(events_[0].first, WindowEvent::OpenCSVDoc);
+        QCOMPARE(events_[0].second, std::string());
+    }
+
+    void separatorOnlyBeeps() {
+        auto window = makeWindow();
+        window->execute({"", "", "", false, {"Kunde", "-", "Betrag"}});
+        window->showWordDoc("/tmp/f.docx", "/tmp/w.docx");
+        auto* fields = find<QComboBox>(*window, "cbxFields");
+        QCOMPARE(fields->count(), 3);
+        fields->setCurrentIndex(1);
+        QCOMPARE(fields->currentText(), QStringLiteral("-"));
+        QTest::mouseClick(find<QPushButton>(*window, "btnInsert"), Qt::LeftButton);
+        QCOMPARE(beeps_, 1);
+        QVERIFY(events_.empty());
+
+        fields->setCurrentIndex(2);
+        QTest::mouseClick(find<QPushButton>(*window, "btnInsert"), Qt::LeftButton);
+        QCOMPARE(beeps_, 1);
+        QCOMPARE(events_.size(), 1u);
+        QCOMPARE(events_[0].first, WindowEvent::Insert);
+        QCOMPARE(events_[0].second, std::string("Betrag"));
+    }
+
+    void dropsOnTheWordBox() {
+        auto window = makeWindow();
+        QVERIFY(!window->dropOnWordDoc({"/a/x.docx", "/a/y.docx"}));
+        QCOMPARE(boxes_, QStringList{QStringLiteral("Maximal eine Datei!")});
+        QVERIFY(events_.empty());
+
+        boxes_.clear();
+        QVERIFY(!window->dropOnWordDoc({"/a/alt.doc"}));
+        QCOMPARE(boxes_, QStringList{QStringLiteral("Muss eine '*.docx;*.docm' Datei sein!")});
+        QVERIFY(find<QLineEdit>(*window, "txtWordDoc")->text().isEmpty());
+
+        boxes_.clear();
+        QVERIFY(window->dropOnWordDoc({"/a/FORM.DOCX"}));
+        QVERIFY(boxes_.isEmpty());
+        QCOMPARE(find<QLineEdit>(*window, "txtWordDoc")->text(), QStringLiteral("/a/FORM.DOCX"));
+        QCOMPARE(events_.size(), 1u);
+        QCOMPARE(events_[0].first, WindowEvent::OpenWordDoc);
+        QCOMPARE(events_[0].second, std::string("/a/FORM.DOCX"));
+        QVERIFY(window->dropOnWordDoc({"/a/b.docm"}));
+    }
+
+    void dropsOnTheCSVBox() {
+        auto window = makeWindow();
+        QVERIFY(!window->dropOnCSVDoc({"/a/x.txt"}));
+        QCOMPARE(boxes_, QStringList{QStringLiteral("Muss eine '*.csv' Datei sein!")});
+        QVERIFY(!window->dropOnCSVDoc({"/a/x.csv", "/a/y.csv"}));
+        QCOMPARE(boxes_.last(), QStringLiteral("Maximal eine Datei!"));
+        QVERIFY(events_.empty());
+        QVERIFY(window->dropOnCSVDoc({"/a/Lauf.CSV"}));
+        QCOMPARE(events_.size(), 1u);
+        QCOMPARE(events_[0].first, WindowEvent::OpenCSVDoc);
+        QVERIFY(enabled(*window, "btnTest"));
+    }
+
+    void typedPathRaisesOnceWhenEditingEnds() {
+        auto window = makeWindow();
+        window->show();
+        auto* box = find<QLineEdit>(*window, "txtCSVDoc");
+        box->setFocus();
+        QTest::keyClicks(box, "/tmp/r.csv");
+        QVERIFY(events_.empty());
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(events_.size(), 1u);
+        QCOMPARE(events_[0].second, std::string("/tmp/r.csv"));
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(events_.size(), 1u);
+    }
+
+    void closingRaisesQuit() {
+        auto window = makeWindow();
+        window->show();
+        window->close();
+        QCOMPARE(events_.size(), 1u);
+        QCOMPARE(events_[0].first, WindowEvent::Quit);
+    }
+};
+
+QTEST_MAIN(frmWordBMTest)
+#include "frmWordBMTest.moc"
