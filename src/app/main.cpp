@@ -11,6 +11,7 @@
 #include "engine/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "ui/QtUserInterface.h"
+#include "ui/frmWordBM.h"
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
@@ -211,6 +212,15 @@ int windowRun(int argc, char** argv) {
     wordbm::WordBM engine(ui, options, [] { return wordbm::ooxml::DocxApplication::create(); });
     engine.SlipBuilder(std::make_unique<wordbm::modESQR>(ui, engine.QRComponent()));
     ui.documentSource([&engine] { return engine.Doc(); });
+    auto& window = ui.window();
+    window.editTemplate = [&ui, &engine, &window] {
+        if (const auto mask =
+                ui.fileNameTemplateDialog(engine.NameTemplate(), window.templateText().toStdString())) {
+            engine.Template(*mask);
+            window.setTemplate(QString::fromStdString(engine.Template()));
+        }
+    };
+    window.templateChanged = [&engine](const std::string& mask) { engine.Template(mask); };
     // Set in this order whatever order the line had: the mask, the control file, the form.
     engine.Template(command.Template);
     engine.CSVDoc(command.CSVDoc);

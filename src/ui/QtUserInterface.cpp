@@ -1,5 +1,9 @@
 #include "ui/QtUserInterface.h"
 
+#include "ui/frmESQR.h"
+#include "ui/frmFileNameTemplate.h"
+#include "ui/frmList.h"
+#include "ui/frmMerge.h"
 #include "ui/frmWordBM.h"
 
 #include <QApplication>
@@ -168,19 +172,21 @@ void QtUserInterface::progressStop() {
     window_->refreshForm();
 }
 
-std::optional<MergeChoices> QtUserInterface::mergeChoicesDialog(OptionsPort& /*options*/) {
-    return std::nullopt;
+std::optional<MergeChoices> QtUserInterface::mergeChoicesDialog(OptionsPort& options) {
+    return frmMerge::ask(window_.get(), options);
 }
 
-void QtUserInterface::resultListDialog(const ResultList& /*result*/) {}
-
-std::optional<SlipChoices> QtUserInterface::slipChoicesDialog(const std::string& /*wordDoc*/) {
-    return std::nullopt;
+void QtUserInterface::resultListDialog(const ResultList& result) {
+    frmList::showResults(window_.get(), result);
 }
 
-std::optional<std::string> QtUserInterface::fileNameTemplateDialog(const FileNameTemplate& /*owner*/,
-                                                                   const std::string& /*mask*/) {
-    return std::nullopt;
+std::optional<SlipChoices> QtUserInterface::slipChoicesDialog(const std::string& wordDoc) {
+    return frmESQR::ask(window_.get(), wordDoc);
+}
+
+std::optional<std::string> QtUserInterface::fileNameTemplateDialog(const FileNameTemplate& owner,
+                                                                   const std::string& mask) {
+    return frmFileNameTemplate::edit(window_.get(), owner, mask);
 }
 
 } // namespace wordbm

@@ -6,6 +6,7 @@
 #include "engine/word/Fields.h"
 #include "engine/word/Range.h"
 #include "engine/word/Sections.h"
+#include "ui/frmFileOpen.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -190,7 +191,6 @@ void frmWordBM::build() {
 
     lblCounts_ = new QLabel(this);
     lblCounts_->setObjectName(QStringLiteral("lblCounts"));
-    lblCounts_->setWordWrap(true);
     txtTrace_ = new QPlainTextEdit(this);
     txtTrace_->setObjectName(QStringLiteral("txtTrace"));
     txtTrace_->setReadOnly(true);
@@ -205,6 +205,7 @@ void frmWordBM::build() {
     auto* left = new QWidget(this);
     auto* leftLayout = new QVBoxLayout(left);
     leftLayout->setContentsMargins(0, 0, 0, 0);
+    tabOptions_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     leftLayout->addWidget(tabOptions_);
     leftLayout->addWidget(lblCounts_);
     leftLayout->addWidget(txtTrace_, 1);
@@ -231,6 +232,11 @@ void frmWordBM::build() {
             [this] { pathEdited(txtWordDoc_, lastWordDoc_, WindowEvent::OpenWordDoc); });
     connect(txtCSVDoc_, &QLineEdit::editingFinished, this,
             [this] { pathEdited(txtCSVDoc_, lastCSVDoc_, WindowEvent::OpenCSVDoc); });
+    connect(txtTemplate_, &QLineEdit::editingFinished, this, [this] {
+        if (templateChanged) {
+            templateChanged(txtTemplate_->text().toStdString());
+        }
+    });
     connect(btnInsert_, &QPushButton::clicked, this, [this] { insertField(); });
     connect(btnReplace_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Replace); });
     connect(btnVerify_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Verify); });
@@ -380,7 +386,7 @@ void frmWordBM::showTrace(const std::string& trace) {
 }
 
 void frmWordBM::showCounts(const DocumentCounts& counts) {
-    lblCounts_->setText(QStringLiteral("Exportfelder: %1   Textmarken: %2 (bekannt %3)   "
+    lblCounts_->setText(QStringLiteral("Exportfelder: %1   Textmarken: %2 (bekannt %3)\n"
                                        "Seriendruckfelder: %4 (bekannt %5)")
                             .arg(counts.exportFields)
                             .arg(counts.bookmarksTotal)
@@ -555,10 +561,9 @@ void frmWordBM::chooseWordDoc() {
 }
 
 void frmWordBM::chooseCSVDoc() {
-    const QString path = QFileDialog::getOpenFileName(this, CSVCaption, txtCSVDoc_->text(),
-                                                      QStringLiteral("Rechnungs-Steuerdateien (*.csv)"));
-    if (!path.isEmpty()) {
-        setCSVDoc(path);
+    if (const auto path = frmFileOpen::pick(this, frmFileOpen::Kind::CSV, txtCSVDoc_->text().toStdString());
+        path && !path->empty()) {
+        setCSVDoc(fromStd(*path));
     }
 }
 

@@ -68,8 +68,10 @@ public:
     std::function<void(const QString& text)> informationBox;
     // Called instead of QApplication::beep, so tests can count beeps.
     std::function<void()> beep;
-    // Opens the template editor; set by the user interface, which knows the dialog.
+    // Opens the template editor; set by the program entry, which knows the engine's template.
     std::function<void()> editTemplate;
+    // The mask typed into txtTemplate, once editing ends.
+    std::function<void(const std::string& mask)> templateChanged;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
