@@ -4,14 +4,8 @@
 #include "app/EngineVerbs.h"
 #include "app/FormInspection.h"
 #include "app/IniSettingsStore.h"
-#include "app/Opt.h"
-#include "app/OptOptions.h"
 #include "app/Version.h"
-#include "engine/WordBM.h"
-#include "engine/modESQR.h"
-#include "engine/ooxml/DocxApplication.h"
-#include "ui/QtUserInterface.h"
-#include "ui/frmWordBM.h"
+#include "ui/DesktopSession.h"
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
@@ -204,23 +198,8 @@ int windowRun(int argc, char** argv) {
         box.exec();
         return 0;
     }
-    wordbm::Opt store(std::make_shared<wordbm::IniSettingsStore>());
-    wordbm::OptOptions::openMergerSection(store);
-    wordbm::OptOptions options(store, false);
-    wordbm::QtUserInterface ui;
-    ui.options(&options);
-    wordbm::WordBM engine(ui, options, [] { return wordbm::ooxml::DocxApplication::create(); });
-    engine.SlipBuilder(std::make_unique<wordbm::modESQR>(ui, engine.QRComponent()));
-    ui.documentSource([&engine] { return engine.Doc(); });
-    auto& window = ui.window();
-    window.editTemplate = [&ui, &engine, &window] {
-        if (const auto mask =
-                ui.fileNameTemplateDialog(engine.NameTemplate(), window.templateText().toStdString())) {
-            engine.Template(*mask);
-            window.setTemplate(QString::fromStdString(engine.Template()));
-        }
-    };
-    window.templateChanged = [&engine](const std::string& mask) { engine.Template(mask); };
+    wordbm::DesktopSession session(std::make_shared<wordbm::IniSettingsStore>());
+    auto& engine = session.engine();
     // Set in this order whatever order the line had: the mask, the control file, the form.
     engine.Template(command.Template);
     engine.CSVDoc(command.CSVDoc);

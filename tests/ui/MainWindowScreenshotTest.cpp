@@ -1,18 +1,19 @@
 #include "app/MemorySettingsStore.h"
-#include "app/Opt.h"
-#include "app/OptOptions.h"
 #include "engine/WordBM.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/word/Application.h"
+#include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Range.h"
 #include "engine/word/Selection.h"
-#include "ui/QtUserInterface.h"
+#include "ui/DesktopSession.h"
 #include "ui/frmWordBM.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QLineEdit>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -59,8 +60,48 @@ class MainWindowScreenshotTest : public QObject {
 
         window.findChild<QPushButton*>(QStringLiteral("btnAnalyze"))->click();
         save(window, QStringLiteral("main-window-analyzed.png"));
+
+        // Insert at the cursor: the bookmark goes where the person clicked in the form view.
+        const int at = static_cast<int>(form->toPlainText().indexOf(QStringLiteral("Kundenkonto")));
+        QVERIFY(at > 0);
+        cursor.setPosition(at);
+        form->setTextCursor(cursor);
+        QCOMPARE(engine.Word()->Selection()->Start(), long(at));
+        auto* fields = window.findChild<QComboBox*>(QStringLiteral("cbxFields"));
+        const int index = fields->findText(QStringLiteral("KliName"));
+        QVERIFY(index >= 0);
+        fields->setCurrentIndex(index);
+        const int bookmarks = engine.Doc()->Bookmarks()->Count();
+        window.findChild<QPushButton*>(QStringLiteral("btnInsert"))->click();
+        QCOMPARE(engine.Doc()->Bookmarks()->Count(), bookmarks + 1);
+        QVERIFY(form->toPlainText().mid(at).startsWith(QStringLiteral("[KliName]Kundenkonto")));
+        save(window, QStringLiteral("main-window-inserted.png"));
+
+        // The test run lists the invoice names in the result list, which a timer closes.
         window.findChild<QTabWidget*>(QStringLiteral("tabOptions"))->setCurrentIndex(1);
         save(window, QStringLiteral("main-window-merge.png"));
+        QString listed;
+        QTimer closer;
+        QObject::connect(&closer, &QTimer::timeout, [&listed] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog && !qobject_cast<QProgressDialog*>(dialog)) {
+                listed = dialog->objectName();
+                save(*dialog, QStringLiteral("main-window-test-run.png"));
+                dialog->accept();
+            }
+        });
+        closer.start(20);
+        // A mask typed into the window is the engine's once editing ends.
+        auto* mask = window.findChild<QLineEdit*>(QStringLiteral("txtTemplate"));
+        mask->setText(QStringLiteral("&W&\\&K&-&D&-&R&-Rechnung.&E&"));
+        emit mask->editingFinished();
+        QCOMPARE(engine.Template(), std::string("&W&\\&K&-&D&-&R&-Rechnung.&E&"));
+        window.findChild<QPushButton*>(QStringLiteral("btnTest"))->click();
+        closer.stop();
+        QCOMPARE(listed, QStringLiteral("frmList"));
+        QVERIFY(engine.MergeResult().testOnly);
+        QVERIFY(engine.MergeResult().total > 0);
+        QCOMPARE(engine.MergeResult().errors, 0);
     }
 
 private slots:
@@ -73,11 +114,11 @@ private slots:
     }
 
     void sampleRunInTheWindow() {
-        wordbm::Opt store(std::make_shared<wordbm::MemorySettingsStore>());
-        wordbm::OptOptions options(store, false);
-        wordbm::QtUserInterface ui;
+        wordbm::DesktopSession session(std::make_shared<wordbm::MemorySettingsStore>());
+        auto& ui = session.ui();
+        auto& engine = session.engine();
         std::vector<std::string> boxes;
-        // Every question is answered Yes, so closing saves nothing back over the samples.
+        // Every question is answered No, so closing copies nothing back over the samples.
         ui.answerBox = [&boxes](const std::string& text, int buttons, const std::string&) {
             boxes.push_back(text);
             qInfo("box: %s", text.c_str());
@@ -85,8 +126,6 @@ private slots:
                        ? wordbm::msgbox::No
                        : wordbm::msgbox::Ok;
         };
-        wordbm::WordBM engine(ui, options, [] { return wordbm::ooxml::DocxApplication::create(); });
-        ui.documentSource([&engine] { return engine.Doc(); });
         engine.CSVDoc(sample("Rechnungslauf.csv").toStdString());
         engine.WordDoc(sample("Rechnung.docx").toStdString());
 

@@ -1,0 +1,54 @@
+#include "ui/DesktopSession.h"
+
+#include "engine/modESQR.h"
+#include "engine/ooxml/DocxApplication.h"
+#include "ui/frmWordBM.h"
+
+namespace wordbm {
+
+namespace {
+
+// Before the engine reads the remembered mask, the store must stand on the merge tool's section.
+Opt& mergerSection(Opt& store) {
+    OptOptions::openMergerSection(store);
+    return store;
+}
+
+} // namespace
+
+DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
+    : store_(std::move(settings)), options_(mergerSection(store_), false),
+      engine_(ui_, options_, [] { return ooxml::DocxApplication::create(); }) {
+    engine_.SlipBuilder(std::make_unique<modESQR>(ui_, engine_.QRComponent()));
+    ui_.options(&options_);
+    ui_.documentSource([this] { return engine_.Doc(); });
+    // The engine's event switch leaves the merge run, the test run and the payment slip out, so
+    // the window hands those three to their members itself; every other event goes the usual way.
+    ui_.attach([this](WindowEvent event, const std::string& argument) {
+        switch (event) {
+        case WindowEvent::Merge:
+            engine_.mfWBM_Merge();
+            break;
+        case WindowEvent::Test:
+            engine_.mfWBM_Test();
+            break;
+        case WindowEvent::ESQRgo:
+            engine_.mfWBM_ESQRgo();
+            break;
+        default:
+            engine_.OnEvent(event, argument);
+            break;
+        }
+    });
+    auto& window = ui_.window();
+    window.editTemplate = [this, &window] {
+        if (const auto mask =
+                ui_.fileNameTemplateDialog(engine_.NameTemplate(), window.templateText().toStdString())) {
+            engine_.Template(*mask);
+            window.setTemplate(QString::fromStdString(engine_.Template()));
+        }
+    };
+    window.templateChanged = [this](const std::string& mask) { engine_.Template(mask); };
+}
+
+} // namespace wordbm
