@@ -51,6 +51,15 @@ bool MergeRun::formHasQRData() {
 }
 
 ResultList MergeRun::run() {
+    prepare();
+    engine_.ui_.progressStart(testOnly_ ? "Dateinamen testen" : "Rechnungen erstellen", lineCount_);
+    walkRows();
+    deliverAll();
+    engine_.ui_.progressStop();
+    return finish();
+}
+
+void MergeRun::prepare() {
     WordBM& e = engine_;
     e.template_.WordPath(e.wordDoc_);
     e.template_.CSVPath(e.csvDoc_);
@@ -59,44 +68,50 @@ ResultList MergeRun::run() {
     for (const std::string* input : {&e.wordDoc_, &e.wordWork_, &e.csvDoc_, &e.csvWork_}) {
         names_.reserve(nativePath(*input));
     }
-    if (!testOnly_ && e.mergeJobs_ > 1 && lineCount_ > 1) {
+    if (testOnly_) {
+        return;
+    }
+    if (e.mergeJobs_ > 1 && lineCount_ > 1) {
         workers_ = std::make_unique<MergeWorkers>(
             e.mergeJobs_,
             MergeWorkers::Setup{e.createWord_, e.wordWork_, choices_, &e.fields_, e.slip_.get()}, e.csv_);
-    } else if (!testOnly_) {
-        const auto letEventsRun = [&e] { e.ui_.processEvents(); };
-        filler_ = std::make_unique<BookmarkFiller>(e.fields_, e.csv_, e.coder_, e.qrImage_, e.slip_.get(),
-                                                   letEventsRun);
-        const auto report = [&e](const std::string& text) { e.MyMsgBox(text, msgbox::Stop, WordBM::Title); };
-        maker_ = std::make_unique<InvoiceMaker>(*e.word_, e.wordWork_, choices_, *filler_,
-                                                InvoiceMaker::Hooks{report, letEventsRun, nullptr});
+        return;
     }
-    e.ui_.progressStart(testOnly_ ? "Dateinamen testen" : "Rechnungen erstellen", lineCount_);
+    const auto letEventsRun = [&e] { e.ui_.processEvents(); };
+    filler_ = std::make_unique<BookmarkFiller>(e.fields_, e.csv_, e.coder_, e.qrImage_, e.slip_.get(),
+                                               letEventsRun);
+    const auto report = [&e](const std::string& text) { e.MyMsgBox(text, msgbox::Stop, WordBM::Title); };
+    maker_ = std::make_unique<InvoiceMaker>(*e.word_, e.wordWork_, choices_, *filler_,
+                                            InvoiceMaker::Hooks{report, letEventsRun, nullptr});
+}
+
+void MergeRun::walkRows() {
     for (std::int32_t row = 1; row <= lineCount_ && !stopped_; ++row) {
         if (stopRequested()) {
             halt(row);
-            break;
+            return;
         }
         std::optional<MergeJob> job;
         Entry entry = plan(row, job);
         if (job && !submit(entry, std::move(*job))) {
-            break;
+            return;
         }
         pending_.push_back(std::move(entry));
         deliver(0);
     }
-    deliverAll();
-    e.ui_.progressStop();
+}
+
+ResultList MergeRun::finish() {
     workers_.reset();
     if (stopped_) {
         result_.lines.push_back(Stopped + std::to_string(stopRow_));
     }
     if (!testOnly_ && choices_.WordClose) {
-        e.mfWBM_Quit(true);
+        engine_.mfWBM_Quit(true);
     }
     result_.testOnly = testOnly_;
-    e.mergeResult_ = result_;
-    e.ui_.resultListDialog(result_);
+    engine_.mergeResult_ = result_;
+    engine_.ui_.resultListDialog(result_);
     return result_;
 }
 

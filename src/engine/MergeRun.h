@@ -50,6 +50,11 @@ private:
         std::optional<std::size_t> job; // sequence number of its invoice
     };
 
+    // The mask's paths, the reserved names, and who makes the invoices.
+    void prepare();
+    void walkRows();
+    // Ends the session when chosen, shows the result list and returns it.
+    ResultList finish();
     bool formHasQRData();
     // The row's name, folder and warnings; `job` receives the invoice to make, if any.
     Entry plan(std::int32_t row, std::optional<MergeJob>& job);
