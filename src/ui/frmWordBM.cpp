@@ -6,6 +6,7 @@
 #include "engine/word/Fields.h"
 #include "engine/word/Range.h"
 #include "engine/word/Sections.h"
+#include "engine/word/WordConstants.h"
 #include "ui/frmFileOpen.h"
 
 #include <QApplication>
@@ -24,11 +25,14 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPdfDocument>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QStandardItemModel>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
@@ -209,9 +213,27 @@ void frmWordBM::build() {
     leftLayout->addWidget(tabOptions_);
     leftLayout->addWidget(lblCounts_);
     leftLayout->addWidget(txtTrace_, 1);
+    // The form as text (where a click places the cursor) and page 1 as the printer would show it.
+    tabView_ = new QTabWidget(this);
+    tabView_->setObjectName(QStringLiteral("tabView"));
+    tabView_->addTab(txtForm_, QStringLiteral("Text"));
+    auto* preview = new QWidget(tabView_);
+    auto* previewLayout = new QVBoxLayout(preview);
+    auto* btnPreview = button(preview, "btnPreview", QStringLiteral("Vorschau aktualisieren"),
+                              QStringLiteral("Seite 1 des Formulars darstellen"));
+    lblPreview_ = new QLabel(QStringLiteral("Keine Vorschau"), preview);
+    lblPreview_->setObjectName(QStringLiteral("lblPreview"));
+    lblPreview_->setAlignment(Qt::AlignCenter);
+    auto* scroll = new QScrollArea(preview);
+    scroll->setWidget(lblPreview_);
+    scroll->setWidgetResizable(true);
+    previewLayout->addWidget(btnPreview, 0, Qt::AlignLeft);
+    previewLayout->addWidget(scroll, 1);
+    tabView_->addTab(preview, QStringLiteral("Vorschau"));
+    connect(btnPreview, &QPushButton::clicked, this, [this] { renderPreview(); });
     auto* splitter = new QSplitter(this);
     splitter->addWidget(left);
-    splitter->addWidget(txtForm_);
+    splitter->addWidget(tabView_);
     splitter->setStretchFactor(1, 1);
 
     auto* main = new QVBoxLayout(this);
@@ -464,6 +486,36 @@ void frmWordBM::refreshForm() {
         txtForm_->setPlainText(QStringLiteral("Das Formular kann nicht angezeigt werden: ") +
                                QString::fromUtf8(error.what()));
     }
+}
+
+bool frmWordBM::renderPreview() {
+    word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
+    if (!doc) {
+        lblPreview_->setPixmap({});
+        lblPreview_->setText(QStringLiteral("Kein Word-Rechnungsformular geöffnet"));
+        return false;
+    }
+    QTemporaryDir folder;
+    const QString pdf = folder.filePath(QStringLiteral("vorschau.pdf"));
+    try {
+        doc->ExportAsFixedFormat(pdf.toStdString(), word::wd::wdExportFormatPDF);
+    } catch (const std::exception& error) {
+        lblPreview_->setPixmap({});
+        lblPreview_->setText(QStringLiteral("Keine Vorschau: ") + QString::fromUtf8(error.what()));
+        return false;
+    }
+    QPdfDocument document;
+    if (document.load(pdf) != QPdfDocument::Error::None || document.pageCount() < 1) {
+        lblPreview_->setPixmap({});
+        lblPreview_->setText(QStringLiteral("Keine Vorschau: die PDF-Datei ist nicht lesbar"));
+        return false;
+    }
+    // About 100 dpi: the page is read on screen, not printed.
+    const QSizeF points = document.pagePointSize(0);
+    const QImage page = document.render(0, (points * 100.0 / 72.0).toSize());
+    lblPreview_->setText({});
+    lblPreview_->setPixmap(QPixmap::fromImage(page));
+    return !page.isNull();
 }
 
 void frmWordBM::formClicked() {

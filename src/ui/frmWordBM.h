@@ -52,6 +52,9 @@ public:
     void showCounts(const DocumentCounts& counts);
     // Rereads the working form into the form view.
     void refreshForm();
+    // Renders page 1 of the working form's current state through the office worker; false (the
+    // reason shown in the preview) when it cannot be rendered.
+    bool renderPreview();
 
     // Puts a path into a box as a person's choice would, raising the box's open event.
     void setWordDoc(const QString& path);
@@ -124,6 +127,8 @@ private:
     QLabel* lblCounts_ = nullptr;
     QPlainTextEdit* txtTrace_ = nullptr;
     QTextEdit* txtForm_ = nullptr;
+    QTabWidget* tabView_ = nullptr;
+    QLabel* lblPreview_ = nullptr;
     QTimer* Timer1_ = nullptr;
 
     // The last paths raised, so an unchanged box raises nothing when editing ends.

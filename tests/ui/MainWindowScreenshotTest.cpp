@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -76,6 +77,13 @@ class MainWindowScreenshotTest : public QObject {
         QCOMPARE(engine.Doc()->Bookmarks()->Count(), bookmarks + 1);
         QVERIFY(form->toPlainText().mid(at).startsWith(QStringLiteral("[KliName]Kundenkonto")));
         save(window, QStringLiteral("main-window-inserted.png"));
+
+        // Page 1 of the working form as the office worker renders it, the new bookmark included.
+        window.findChild<QTabWidget*>(QStringLiteral("tabView"))->setCurrentIndex(1);
+        QVERIFY(window.renderPreview());
+        QVERIFY(!window.findChild<QLabel*>(QStringLiteral("lblPreview"))->pixmap().isNull());
+        save(window, QStringLiteral("main-window-preview.png"));
+        window.findChild<QTabWidget*>(QStringLiteral("tabView"))->setCurrentIndex(0);
 
         // The test run lists the invoice names in the result list, which a timer closes.
         window.findChild<QTabWidget*>(QStringLiteral("tabOptions"))->setCurrentIndex(1);
