@@ -6,12 +6,14 @@
 #include "engine/word/Document.h"
 #include "engine/word/Range.h"
 #include "engine/word/Selection.h"
+#include "engine/word/Shapes.h"
 #include "ui/DesktopSession.h"
 #include "ui/frmWordBM.h"
 
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressDialog>
@@ -20,6 +22,7 @@
 #include <QTemporaryDir>
 #include <QTextEdit>
 #include <QtTest>
+#include <algorithm>
 
 // The real window on the real engine with the sample form and control file: what a person sees
 // after starting "wordbm /w Rechnung.docx /c Rechnungslauf.csv", written as PNG files for review.
@@ -27,6 +30,8 @@ class MainWindowScreenshotTest : public QObject {
     Q_OBJECT
 
     QTemporaryDir home_;
+    // Questions are answered Yes while set, No otherwise.
+    bool answerYes_ = false;
 
     static QString sample(const char* name) {
         return QDir(QStringLiteral(WORDBM_SOURCE_DIR "/examples")).filePath(QString::fromLatin1(name));
@@ -40,10 +45,12 @@ class MainWindowScreenshotTest : public QObject {
         QVERIFY2(widget.grab().save(path), qPrintable(path));
     }
 
-    static void lookAt(wordbm::QtUserInterface& ui, wordbm::WordBM& engine) {
+    void lookAt(wordbm::QtUserInterface& ui, wordbm::WordBM& engine, const std::vector<std::string>& boxes) {
         auto& window = ui.window();
         window.resize(1100, 720);
-        QCOMPARE(window.findChild<QLineEdit*>(QStringLiteral("txtWordDoc"))->text(), sample("Rechnung.docx"));
+        QVERIFY(window.findChild<QLineEdit*>(QStringLiteral("txtWordDoc"))
+                    ->text()
+                    .endsWith(QStringLiteral("/Rechnung.docx")));
         QCOMPARE(window.findChild<QLineEdit*>(QStringLiteral("txtCSVDoc"))->text(),
                  sample("Rechnungslauf.csv"));
         QVERIFY(!engine.WordWork().empty());
@@ -94,8 +101,12 @@ class MainWindowScreenshotTest : public QObject {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (dialog && !qobject_cast<QProgressDialog*>(dialog)) {
                 listed = dialog->objectName();
-                save(*dialog, QStringLiteral("main-window-test-run.png"));
-                dialog->accept();
+                save(*dialog, QStringLiteral("dialog-seen-%1.png").arg(listed));
+                if (auto* go = dialog->findChild<QPushButton*>(QStringLiteral("btnGo"))) {
+                    go->click();
+                } else {
+                    dialog->accept();
+                }
             }
         });
         closer.start(20);
@@ -105,11 +116,34 @@ class MainWindowScreenshotTest : public QObject {
         emit mask->editingFinished();
         QCOMPARE(engine.Template(), std::string("&W&\\&K&-&D&-&R&-Rechnung.&E&"));
         window.findChild<QPushButton*>(QStringLiteral("btnTest"))->click();
-        closer.stop();
         QCOMPARE(listed, QStringLiteral("frmList"));
         QVERIFY(engine.MergeResult().testOnly);
         QVERIFY(engine.MergeResult().total > 0);
         QCOMPARE(engine.MergeResult().errors, 0);
+
+        // The payment slip with the dialog's defaults: the form gains its drawing canvases.
+        const int shapes = engine.Doc()->Shapes()->Count();
+        listed.clear();
+        window.findChild<QPushButton*>(QStringLiteral("btnInsertESQR"))->click();
+        QCOMPARE(listed, QStringLiteral("frmESQR"));
+        QVERIFY(engine.Doc()->Shapes()->Count() > shapes);
+        closer.stop();
+
+        // Copying the working form back over the original after the two confirmations.
+        QFile original(window.findChild<QLineEdit*>(QStringLiteral("txtWordDoc"))->text());
+        QVERIFY(original.open(QIODevice::ReadOnly));
+        original.close();
+        answerYes_ = true;
+        window.findChild<QPushButton*>(QStringLiteral("btnWordDocCopy"))->click();
+        answerYes_ = false;
+        // What is copied is the working file as last saved.
+        QFile working(QString::fromStdString(engine.WordWork()));
+        QVERIFY(working.open(QIODevice::ReadOnly));
+        QVERIFY(original.open(QIODevice::ReadOnly));
+        QCOMPARE(original.readAll(), working.readAll());
+        QVERIFY(std::any_of(boxes.begin(), boxes.end(), [](const std::string& text) {
+            return text.find("zurückkopieren?") != std::string::npos;
+        }));
     }
 
 private slots:
@@ -127,7 +161,11 @@ private slots:
         auto& engine = session.engine();
         std::vector<std::string> boxes;
         // Every question is answered No, so closing copies nothing back over the samples.
-        ui.answerBox = [&boxes](const std::string& text, int buttons, const std::string&) {
+        ui.answerBox = [&boxes, this](const std::string& text, int buttons, const std::string&) {
+            if (answerYes_ && (buttons == wordbm::msgbox::YesNo || buttons == wordbm::msgbox::YesNoCancel)) {
+                boxes.push_back(text);
+                return wordbm::msgbox::Yes;
+            }
             boxes.push_back(text);
             qInfo("box: %s", text.c_str());
             return buttons == wordbm::msgbox::YesNo || buttons == wordbm::msgbox::YesNoCancel
@@ -135,7 +173,11 @@ private slots:
                        : wordbm::msgbox::Ok;
         };
         engine.CSVDoc(sample("Rechnungslauf.csv").toStdString());
-        engine.WordDoc(sample("Rechnung.docx").toStdString());
+        // A copy of the form, so that copying the working form back leaves the sample alone.
+        const QString form = home_.filePath(QStringLiteral("Rechnung.docx"));
+        QFile::remove(form);
+        QVERIFY(QFile::copy(sample("Rechnung.docx"), form));
+        engine.WordDoc(form.toStdString());
 
         auto& window = ui.window();
         bool checked = false;
@@ -150,7 +192,7 @@ private slots:
             }
             checked = true;
             poll.stop();
-            lookAt(ui, engine);
+            lookAt(ui, engine, boxes);
             window.close();
         });
         poll.start(50);
