@@ -10,6 +10,7 @@
 #include "ui/DesktopSession.h"
 #include "ui/frmWordBM.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
@@ -102,7 +103,13 @@ class MainWindowScreenshotTest : public QObject {
             if (dialog && !qobject_cast<QProgressDialog*>(dialog)) {
                 listed = dialog->objectName();
                 save(*dialog, QStringLiteral("dialog-seen-%1.png").arg(listed));
-                if (auto* go = dialog->findChild<QPushButton*>(QStringLiteral("btnGo"))) {
+                if (listed == QStringLiteral("frmMerge")) {
+                    // PDF files, each invoice closed; never the printer.
+                    dialog->findChild<QCheckBox*>(QStringLiteral("chkPrint"))->setChecked(false);
+                    dialog->findChild<QCheckBox*>(QStringLiteral("chkPDF"))->setChecked(true);
+                    dialog->findChild<QCheckBox*>(QStringLiteral("chkClose"))->setChecked(true);
+                    dialog->findChild<QPushButton*>(QStringLiteral("btnDone"))->click();
+                } else if (auto* go = dialog->findChild<QPushButton*>(QStringLiteral("btnGo"))) {
                     go->click();
                 } else {
                     dialog->accept();
@@ -127,7 +134,6 @@ class MainWindowScreenshotTest : public QObject {
         window.findChild<QPushButton*>(QStringLiteral("btnInsertESQR"))->click();
         QCOMPARE(listed, QStringLiteral("frmESQR"));
         QVERIFY(engine.Doc()->Shapes()->Count() > shapes);
-        closer.stop();
 
         // Copying the working form back over the original after the two confirmations.
         QFile original(window.findChild<QLineEdit*>(QStringLiteral("txtWordDoc"))->text());
@@ -144,6 +150,22 @@ class MainWindowScreenshotTest : public QObject {
         QVERIFY(std::any_of(boxes.begin(), boxes.end(), [](const std::string& text) {
             return text.find("zurückkopieren?") != std::string::npos;
         }));
+
+        // The merge run with PDF files: one invoice and one PDF per row, then the result list.
+        QStringList seen;
+        QObject::connect(&closer, &QTimer::timeout, [&seen, &listed] {
+            if (!listed.isEmpty() && (seen.isEmpty() || seen.last() != listed)) {
+                seen << listed;
+            }
+        });
+        window.findChild<QPushButton*>(QStringLiteral("btnMerge"))->click();
+        closer.stop();
+        QVERIFY2(seen.contains(QStringLiteral("frmMerge")), qPrintable(seen.join(',')));
+        QVERIFY(!engine.MergeResult().testOnly);
+        QCOMPARE(engine.MergeResult().errors, 0);
+        const QFileInfo formInfo(original.fileName());
+        const QStringList pdfs = formInfo.dir().entryList({QStringLiteral("*.pdf")}, QDir::Files);
+        QCOMPARE(pdfs.size(), qsizetype(engine.MergeResult().total));
     }
 
 private slots:
