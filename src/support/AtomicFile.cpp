@@ -19,7 +19,8 @@ std::error_code lastError() {
 
 // A short name, so that a target name near the length limit still leaves room for it.
 std::string tempNameBeside(const std::filesystem::path& target) {
-    static std::mt19937 engine{std::random_device{}()};
+    // One per thread: invoices are saved side by side, and a shared engine would be a data race.
+    thread_local std::mt19937 engine{std::random_device{}()};
     static constexpr char Letters[] = "abcdefghijklmnopqrstuvwxyz0123456789";
     std::uniform_int_distribution<std::size_t> pick(0, sizeof(Letters) - 2);
     std::string name = ".wbm";
