@@ -289,9 +289,13 @@ void WordBM::OnEvent(WindowEvent event, const std::string& argument) {
         }
         break;
     case WindowEvent::Merge:
+        mfWBM_Merge();
+        break;
     case WindowEvent::Test:
+        mfWBM_Test();
+        break;
     case WindowEvent::ESQRgo:
-        // Handled once the merge run and the payment slip are part of the engine.
+        mfWBM_ESQRgo();
         break;
     }
 }

@@ -22,24 +22,6 @@ DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
     engine_.SlipBuilder(std::make_unique<modESQR>(ui_, engine_.QRComponent()));
     ui_.options(&options_);
     ui_.documentSource([this] { return engine_.Doc(); });
-    // The engine's event switch leaves the merge run, the test run and the payment slip out, so
-    // the window hands those three to their members itself; every other event goes the usual way.
-    ui_.attach([this](WindowEvent event, const std::string& argument) {
-        switch (event) {
-        case WindowEvent::Merge:
-            engine_.mfWBM_Merge();
-            break;
-        case WindowEvent::Test:
-            engine_.mfWBM_Test();
-            break;
-        case WindowEvent::ESQRgo:
-            engine_.mfWBM_ESQRgo();
-            break;
-        default:
-            engine_.OnEvent(event, argument);
-            break;
-        }
-    });
     auto& window = ui_.window();
     window.editTemplate = [this, &window] {
         if (const auto mask =
