@@ -154,7 +154,7 @@ std::string invoiceHead() {
                              labelRow("Mandat", field("GeschTxt")) +
                              labelRow("Zeitraum", field("GeschVon") + run(" bis ") + field("GeschBis")) +
                              labelRow("Sachbearbeitung", field("Person"));
-    return paragraph("", spacedAfter(480)) + paragraph(run("Zürich, ") + field("RgDatum"), spacedAfter(360)) +
+    return paragraph("", spacedAfter(240)) + paragraph(run("Zürich, ") + field("RgDatum"), spacedAfter(240)) +
            paragraph(run("Rechnung Nr. ", {true, 28, {}}) + field("RgNummer", {true, 28, {}}),
                      spacedAfter(200)) +
            table({2268, TextWidth - 2268}, data, false);
@@ -177,31 +177,20 @@ std::string invoiceTable() {
            table({7370, TextWidth - 7370}, rows, true);
 }
 
-std::string paymentPart() {
-    const Style bold{true, 0, {}};
-    const std::string details =
-        paragraph(run("Konto / Zahlbar an", bold)) + paragraph(field("BankKto")) +
-        paragraph(run("Treuhand Sonnenberg AG")) + paragraph(run("Seefeldstrasse 112")) +
-        paragraph(run("8008 Zürich"), spacedAfter(120)) + paragraph(run("Referenz", bold)) +
-        paragraph(field("BesrRefNr"), spacedAfter(120)) + paragraph(run("Betrag", bold)) +
-        paragraph(run("CHF ") + field("BesrBet"));
-    return paragraph("", spacedAfter(240)) +
+// The payment terms; the QR payment part itself is laid in below the text by insert-slip, so the
+// text must end above it (183 mm from the top of the page).
+std::string paymentTerms() {
+    return paragraph("", spacedAfter(200)) +
            paragraph(run("Zahlbar innert ") + field("RgLimit") + run(" Tagen, spätestens am ") +
                      field("RgDue") + run(". MWST-Nr. ") + field("MWSTID") + run(".")) +
-           paragraph(run("Bitte überweisen Sie den Betrag mit der QR-Referenz auf unser Konto:"),
-                     spacedAfter(160)) +
-           table({2948, TextWidth - 2948},
-                 row(cell(2948, paragraph(field("QRCode"))) + cell(TextWidth - 2948, details)), false);
+           paragraph(run("Bitte verwenden Sie für die Zahlung den QR-Zahlteil unten."), spacedAfter(200));
 }
 
 std::string documentXml() {
-    const std::string body = addressBlock() + invoiceHead() + invoiceTable() + paymentPart() +
-                             paragraph("", spacedAfter(240)) + paragraph(run("Freundliche Grüsse")) +
-                             paragraph(run("Treuhand Sonnenberg AG"), spacedAfter(480)) +
-                             paragraph(field("Person"));
+    const std::string body = addressBlock() + invoiceHead() + invoiceTable() + paymentTerms() +
+                             paragraph(run("Freundliche Grüsse, Treuhand Sonnenberg AG, ") + field("Person"));
     return std::string(XmlDeclaration) + "<w:document " + Namespaces + "><w:body>" + body +
            R"(<w:sectPr><w:headerReference w:type="default" r:id="rIdHeader"/>)"
-           R"(<w:footerReference w:type="default" r:id="rIdFooter"/>)"
            R"(<w:pgSz w:w="11906" w:h="16838"/><w:pgMar w:top="2268" w:right="1134" w:bottom="1134" )"
            R"(w:left="1134" w:header="567" w:footer="454" w:gutter="0"/></w:sectPr></w:body></w:document>)";
 }
@@ -213,13 +202,6 @@ std::string headerXml() {
            paragraph(run("Treuhand Sonnenberg AG", {true, 32, "1F4E79"})) +
            paragraph(run("Treuhand · Steuern · Buchhaltung · Lohnwesen", {false, 16, "595959"}), rule) +
            "</w:hdr>";
-}
-
-std::string footerXml() {
-    return std::string(XmlDeclaration) + "<w:ftr " + Namespaces + ">" +
-           paragraph(run("Treuhand Sonnenberg AG · Seefeldstrasse 112 · 8008 Zürich", {false, 14, "595959"}),
-                     R"(<w:jc w:val="center"/>)") +
-           "</w:ftr>";
 }
 
 std::string stylesXml() {
@@ -244,10 +226,7 @@ std::string contentTypesXml() {
            wml +
            R"(styles+xml"/>)"
            R"(<Override PartName="/word/header1.xml" ContentType=")" +
-           wml +
-           R"(header+xml"/>)"
-           R"(<Override PartName="/word/footer1.xml" ContentType=")" +
-           wml + R"(footer+xml"/></Types>)";
+           wml + R"(header+xml"/></Types>)";
 }
 
 std::string packageRelsXml() {
@@ -267,9 +246,6 @@ std::string documentRelsXml() {
            R"(<Relationship Id="rIdHeader" Type=")" +
            base +
            R"(header" Target="header1.xml"/>)"
-           R"(<Relationship Id="rIdFooter" Type=")" +
-           base +
-           R"(footer" Target="footer1.xml"/>)"
            R"(</Relationships>)";
 }
 
@@ -283,7 +259,6 @@ std::string packageBytes() {
     zip.add("word/_rels/document.xml.rels", documentRelsXml());
     zip.add("word/styles.xml", stylesXml());
     zip.add("word/header1.xml", headerXml());
-    zip.add("word/footer1.xml", footerXml());
     return zip.finish();
 }
 

@@ -46,7 +46,7 @@ TEST_F(Verbs, AnalyzePrintsTheCountsTheWindowShows) {
     EXPECT_EQ(verbs_.analyze(form(), false), EngineVerbs::ExitFine);
 
     EXPECT_EQ(out_.str(), "[Word-Rechnungsformular] KDX5-Exportfelder: 63-total\n"
-                          "Textfelder: 26-total, 26-bekannt, 0-unbekannt\n"
+                          "Textfelder: 53-total, 53-bekannt, 0-unbekannt\n"
                           "Seriendruckfelder: 0-total, 0-bekannt, 0-unbekannt\n");
     expectInputsUntouched();
 }

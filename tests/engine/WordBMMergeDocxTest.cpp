@@ -3,6 +3,7 @@
 #include "ControlFile.h"
 #include "EngineFixture.h"
 #include "data/KnownFields.h"
+#include "engine/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/Package.h"
 #include "engine/word/Bookmarks.h"
@@ -40,6 +41,8 @@ protected:
     void SetUp() override {
         engine.reset();
         engine = std::make_unique<WordBM>(ui, options, [] { return ooxml::DocxApplication::create(); });
+        // The sample form carries the QR payment part; its placeholders are filled as in the program.
+        engine->SlipBuilder(std::make_unique<modESQR>(ui, engine->QRComponent()));
         forms_ = fs::path(workFolder()).parent_path().string() + "/forms";
         out_ = fs::path(workFolder()).parent_path().string() + "/out";
         fs::create_directory(out_);
@@ -62,12 +65,11 @@ protected:
         const auto texts = bookmarkTexts(invoice(data, line));
         for (const char* field :
              {"KliAdr1", "KliAdr2", "KliAdr3", "KliAdr4", "RgDatum", "RgNummer", "KliKonto", "KliGebu",
-              "KliMWST", "KliTot2", "BesrRefNr", "RgDue", "MWSTID"}) {
+              "KliMWST", "KliTot2", "RgDue", "MWSTID"}) {
             EXPECT_EQ(texts.at(field), data.get(line, field)) << field << " of line " << line;
         }
         EXPECT_EQ(texts.at("GeschTxt"), data.get(line, "GeschTxt") + "|" + data.get(line, "GeschTxt"));
         EXPECT_EQ(texts.at("KliAdr5"), " ");
-        EXPECT_EQ(texts.at("QRCode"), "");
     }
     const ResultList& result() const { return ui.results.back(); }
 
