@@ -63,9 +63,8 @@ protected:
     }
     void expectInvoiceOf(const ControlFile& data, int line) {
         const auto texts = bookmarkTexts(invoice(data, line));
-        for (const char* field :
-             {"KliAdr1", "KliAdr2", "KliAdr3", "KliAdr4", "RgDatum", "RgNummer", "KliKonto", "KliGebu",
-              "KliMWST", "KliTot2", "RgDue", "MWSTID"}) {
+        for (const char* field : {"KliAdr1", "KliAdr2", "KliAdr3", "KliAdr4", "RgDatum", "RgNummer",
+                                  "KliKonto", "KliGebu", "KliMWST", "KliTot2", "RgDue", "MWSTID"}) {
             EXPECT_EQ(texts.at(field), data.get(line, field)) << field << " of line " << line;
         }
         EXPECT_EQ(texts.at("GeschTxt"), data.get(line, "GeschTxt") + "|" + data.get(line, "GeschTxt"));
