@@ -4,6 +4,7 @@
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxDocuments.h"
 #include "engine/ooxml/DocxSelection.h"
+#include "engine/ooxml/Package.h"
 #include "engine/word/WordConstants.h"
 
 #include <algorithm>
@@ -41,9 +42,34 @@ std::shared_ptr<DocxDocument> DocxApplication::open(const std::string& fileName)
             return document;
         }
     }
-    auto document = DocxDocument::open(fileName);
+    auto document = openFromDisk(fileName, wanted);
     std::erase_if(documents_, [](const auto& known) { return known->closed(); });
     documents_.push_back(document);
+    return document;
+}
+
+std::shared_ptr<DocxDocument> DocxApplication::openFromDisk(const std::string& fileName,
+                                                            const std::string& path) {
+    std::error_code error;
+    const auto written = std::filesystem::last_write_time(path, error);
+    const auto size = error ? 0 : std::filesystem::file_size(path, error);
+    if (error) {
+        return DocxDocument::open(fileName); // reports the missing or unreadable file
+    }
+    for (const auto& kept : kept_) {
+        if (kept.path == path && kept.written == written && kept.size == size) {
+            return DocxDocument::open(path, kept.package->clone());
+        }
+    }
+    auto package = Package::open(fileName);
+    auto copy = std::shared_ptr<const Package>(package->clone());
+    auto document = DocxDocument::open(fileName, std::move(package));
+    std::erase_if(kept_, [&path](const KeptParse& kept) { return kept.path == path; });
+    constexpr std::size_t KeptFiles = 4;
+    if (kept_.size() >= KeptFiles) {
+        kept_.erase(kept_.begin());
+    }
+    kept_.push_back({path, written, size, std::move(copy)});
     return document;
 }
 

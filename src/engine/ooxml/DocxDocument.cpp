@@ -29,7 +29,10 @@ std::shared_ptr<DocxDocument> DocxDocument::open(const std::string& path) {
     if (!fileExists(path)) {
         throw AutomationError("Die Datei wurde nicht gefunden: " + path);
     }
-    auto package = Package::open(path);
+    return open(path, Package::open(path));
+}
+
+std::shared_ptr<DocxDocument> DocxDocument::open(const std::string& path, std::unique_ptr<Package> package) {
     if (package->mainDocumentPart().empty()) {
         throw AutomationError("Die Datei ist kein Word-Dokument: " + path);
     }

@@ -24,6 +24,8 @@ class DocxDocument final : public word::Document, public std::enable_shared_from
 public:
     // Throws AutomationError with a German description for a missing, damaged or refused file.
     static std::shared_ptr<DocxDocument> open(const std::string& path);
+    // A document over a package already read from `path` (a copy of a kept parse).
+    static std::shared_ptr<DocxDocument> open(const std::string& path, std::unique_ptr<Package> package);
     ~DocxDocument() override;
 
     std::string Name() const override;

@@ -9,6 +9,7 @@
 #include "engine/word/Range.h"
 #include "engine/word/Selection.h"
 
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -32,6 +33,29 @@ TEST(Documents, OpenRefusesMissingForeignAndStrictFilesWithAMessage) {
     }
     EXPECT_EQ(app->Documents()->Count(), 0);
     EXPECT_THROW(app->ActiveDocument(), AutomationError);
+}
+
+// A merge reopens its working form for every invoice from the parse kept at the first open.
+TEST(Documents, ReopeningGivesTheFileAsItIsOnDisk) {
+    auto app = DocxApplication::create();
+    TemporaryFolder folder;
+    const auto form = folder.path() + "/Formular.docx";
+    std::filesystem::copy_file(corpusPath("Bookmarks.docx"), form);
+    const auto original = app->Documents()->Open(form)->Content()->Text();
+
+    // Edits of a document closed without saving do not reach the next open.
+    auto edited = app->Documents()->Open(form);
+    edited->Content()->Text("verändert");
+    edited->Close(0);
+    auto reopened = app->Documents()->Open(form);
+    EXPECT_EQ(reopened->Content()->Text(), original);
+    EXPECT_EQ(reopened->Bookmarks()->Count(), 3);
+
+    // A file changed on disk is read anew.
+    reopened->Content()->Text("neu");
+    reopened->Save();
+    reopened->Close(0);
+    EXPECT_EQ(app->Documents()->Open(form)->Content()->Text(), "neu\r");
 }
 
 TEST(Documents, CountsOpenDocumentsAndTheLastOpenedIsActive) {
