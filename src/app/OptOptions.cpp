@@ -13,8 +13,9 @@ void OptOptions::set(const std::string& key, const std::string& value) {
     }
 }
 
-void OptOptions::openMergerSection(Opt& store) {
+Opt& OptOptions::openMergerSection(Opt& store) {
     store.Init("Tarvell\\KDX6", "Billing", "Merger");
+    return store;
 }
 
 } // namespace wordbm

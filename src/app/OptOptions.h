@@ -16,8 +16,9 @@ public:
     std::string get(const std::string& key) override;
     void set(const std::string& key, const std::string& value) override;
 
-    // Opens the section of the merge tool, "[Billing\Merger]" of "Tarvell\KDX6".
-    static void openMergerSection(Opt& store);
+    // Opens the section of the merge tool, "[Billing\Merger]" of "Tarvell\KDX6", before the engine
+    // reads the remembered mask; returns the store so that it can open it in an initializer.
+    static Opt& openMergerSection(Opt& store);
 
 private:
     Opt& store_;

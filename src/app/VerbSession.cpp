@@ -10,19 +10,9 @@
 
 namespace wordbm {
 
-namespace {
-
-// Before the engine reads the remembered mask, the store must stand on the merge tool's section.
-Opt& mergerSection(Opt& store) {
-    OptOptions::openMergerSection(store);
-    return store;
-}
-
-} // namespace
-
 VerbSession::VerbSession(std::ostream& out, std::ostream& err, TerminalUserInterface::Policy policy)
-    : err_(err), store_(std::make_shared<IniSettingsStore>()), options_(mergerSection(store_), true),
-      ui_(out, err, std::move(policy)),
+    : err_(err), store_(std::make_shared<IniSettingsStore>()),
+      options_(OptOptions::openMergerSection(store_), true), ui_(out, err, std::move(policy)),
       engine_(ui_, options_, [] { return ooxml::DocxApplication::create(); }) {
     engine_.SlipBuilder(std::make_unique<modESQR>(ui_, engine_.QRComponent()));
 }

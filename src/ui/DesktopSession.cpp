@@ -6,18 +6,8 @@
 
 namespace wordbm {
 
-namespace {
-
-// Before the engine reads the remembered mask, the store must stand on the merge tool's section.
-Opt& mergerSection(Opt& store) {
-    OptOptions::openMergerSection(store);
-    return store;
-}
-
-} // namespace
-
 DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
-    : store_(std::move(settings)), options_(mergerSection(store_), false),
+    : store_(std::move(settings)), options_(OptOptions::openMergerSection(store_), false),
       engine_(ui_, options_, [] { return ooxml::DocxApplication::create(); }) {
     engine_.SlipBuilder(std::make_unique<modESQR>(ui_, engine_.QRComponent()));
     ui_.options(&options_);
