@@ -1,5 +1,7 @@
 #include "DialogTestHelper.h"
 
+#include <QDir>
+
 namespace wordbm::dialogtest {
 
 namespace {
@@ -25,5 +27,14 @@ void MemoryOptions::set(const std::string& key, const std::string& value) {
 
 TemplateFixture::TemplateFixture()
     : owner(std::make_unique<FileNameTemplate>(store, std::make_unique<UnusedEditor>())) {}
+
+bool useOwnHome(const QTemporaryDir& home) {
+    if (!home.isValid()) {
+        return false;
+    }
+    qputenv("HOME", home.path().toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral(".config")).toLocal8Bit());
+    return QDir(home.path()).mkpath(QStringLiteral("Documents"));
+}
 
 } // namespace wordbm::dialogtest

@@ -4,6 +4,7 @@
 #include "names/FileNameTemplate.h"
 
 #include <QString>
+#include <QTemporaryDir>
 #include <QWidget>
 #include <map>
 #include <memory>
@@ -34,6 +35,10 @@ struct TemplateFixture {
     MemoryMaskStore store;
     std::unique_ptr<FileNameTemplate> owner;
 };
+
+// Points HOME and XDG_CONFIG_HOME at `home` (with its Documents folder), so that working copies
+// and settings of a test never touch the real ones. False when `home` could not be made.
+bool useOwnHome(const QTemporaryDir& home);
 
 // The child of `parent` with this objectName and type; null when there is none.
 template <typename Widget> Widget* child(QWidget* parent, const char* name) {

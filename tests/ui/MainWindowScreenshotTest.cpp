@@ -1,3 +1,4 @@
+#include "DialogTestHelper.h"
 #include "app/MemorySettingsStore.h"
 #include "engine/WordBM.h"
 #include "engine/ooxml/DocxApplication.h"
@@ -170,11 +171,8 @@ class MainWindowScreenshotTest : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(home_.isValid());
         // The working copies and settings go to a home of the test's own.
-        qputenv("HOME", home_.path().toLocal8Bit());
-        qputenv("XDG_CONFIG_HOME", home_.filePath(QStringLiteral(".config")).toLocal8Bit());
-        QDir(home_.path()).mkpath(QStringLiteral("Documents"));
+        QVERIFY(wordbm::dialogtest::useOwnHome(home_));
     }
 
     void sampleRunInTheWindow() {

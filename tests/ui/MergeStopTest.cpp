@@ -1,3 +1,4 @@
+#include "DialogTestHelper.h"
 #include "app/MemorySettingsStore.h"
 #include "engine/WordBM.h"
 #include "ui/DesktopSession.h"
@@ -48,10 +49,8 @@ class MergeStopTest : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(home_.isValid());
-        qputenv("HOME", home_.path().toLocal8Bit());
-        qputenv("XDG_CONFIG_HOME", home_.filePath(QStringLiteral(".config")).toLocal8Bit());
-        QDir(home_.path()).mkpath(QStringLiteral("Documents"));
+        // The working copies and settings go to a home of the test's own.
+        QVERIFY(wordbm::dialogtest::useOwnHome(home_));
     }
 
     void cancelStopsTheTestRun() {
