@@ -124,7 +124,7 @@ MergeRun::Entry MergeRun::plan(std::int32_t row, std::optional<MergeJob>& job) {
     }
     const std::string docName = e.template_.DocName(row, e.csv_);
     const std::string path = FileNameTemplate::nativeDocPath(docName);
-    const std::string shown = withoutExtension(docName);
+    const std::string shown = withoutExtension(path);
     if (!e.DocFolderCheck(docName)) {
         entry.lines.push_back(MissingPath + shown);
         entry.error = true;

@@ -92,7 +92,7 @@ TEST_F(Verbs, MergeTestListsTheNamesInTheOutFolder) {
     EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
 
     const std::string list = out_.str();
-    EXPECT_EQ(list.rfind("Dateinamen testen\n  " + folder_.path("out") + "\\024100-Rechnung\n", 0), 0u)
+    EXPECT_EQ(list.rfind("Dateinamen testen\n  " + folder_.path("out") + "/024100-Rechnung\n", 0), 0u)
         << list;
     EXPECT_NE(list.find("24   Total\n24   Ok\n0   Fehler\n"), std::string::npos) << list;
     EXPECT_TRUE(fs::is_empty(folder_.path("out")));

@@ -108,7 +108,7 @@ TEST_F(DocxMerge, ARepeatedNameNeverReplacesAnInvoiceOfTheSameRun) {
     merge();
 
     EXPECT_EQ(bookmarkTexts(out_ + "/10400000.docx").at("RgNummer"), "24100");
-    EXPECT_EQ(result().lines.back(), "**Dateiname schon vergeben, nicht gespeichert->" + out_ + "\\10400000");
+    EXPECT_EQ(result().lines.back(), "**Dateiname schon vergeben, nicht gespeichert->" + out_ + "/10400000");
     EXPECT_EQ(result().errors, 1);
 }
 
@@ -119,7 +119,7 @@ TEST_F(DocxMerge, AnInvoiceIsNeverSavedOverTheForm) {
     merge();
 
     EXPECT_EQ(result().lines, std::vector<std::string>{"**Dateiname schon vergeben, nicht gespeichert->" +
-                                                       forms_ + "\\Rechnung"});
+                                                       forms_ + "/Rechnung"});
     expectOriginalsUntouched();
 }
 

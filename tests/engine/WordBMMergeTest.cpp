@@ -42,7 +42,7 @@ protected:
         ASSERT_TRUE(open(form("Rechnung.docx", fakeForm)));
     }
     std::string name(const std::string& account, const std::string& number) const {
-        return out_ + "\\" + account + "-0" + number;
+        return out_ + "/" + account + "-0" + number;
     }
     const ResultList& result() {
         EXPECT_EQ(ui.results.size(), 1u);
@@ -170,15 +170,15 @@ TEST_F(Merge, OneMissingFolderLevelIsMadeAndTwoAreListedAsMissing) {
     start(ControlFile({1, 2}), invoiceForm(), "\\neu\\&K&.&E&");
     engine->mfWBM_Test();
     EXPECT_TRUE(fs::is_directory(out_ + "/neu"));
-    EXPECT_EQ(result().lines.front(), "  " + out_ + "\\neu\\10400000");
+    EXPECT_EQ(result().lines.front(), "  " + out_ + "/neu/10400000");
 
     ui.results.clear();
     engine->Template(out_ + "\\a\\b\\&K&.&E&");
     engine->mfWBM_Test();
 
     EXPECT_EQ(result().lines,
-              (std::vector<std::string>{"**Pfad nicht gefunden->" + out_ + "\\a\\b\\10400000",
-                                        "**Pfad nicht gefunden->" + out_ + "\\a\\b\\10400017"}));
+              (std::vector<std::string>{"**Pfad nicht gefunden->" + out_ + "/a/b/10400000",
+                                        "**Pfad nicht gefunden->" + out_ + "/a/b/10400017"}));
     EXPECT_EQ(result().errors, 2);
     EXPECT_EQ(result().ok, 0);
     EXPECT_FALSE(fs::exists(out_ + "/a"));
