@@ -1,12 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace wordbm {
 
 // A square-or-not picture of black and white pixels, the drawing surface of the QR image.
-// Every pixel starts white.
+// Every pixel starts white. Pixels are kept as a PNG stores one-bit greyscale (eight a byte, most
+// significant first, 0 for black), so the picture is written without a pass over every pixel.
 class MonoBitmap {
 public:
     MonoBitmap(int width, int height);
@@ -20,10 +22,17 @@ public:
     // Paints the rectangle, clipped to the bitmap.
     void fill(int left, int top, int width, int height, bool black);
 
+    std::size_t rowBytes() const { return rowBytes_; }
+    // The packed pixels of row y, which must be in range.
+    const std::uint8_t* row(int y) const { return bits_.data() + static_cast<std::size_t>(y) * rowBytes_; }
+
 private:
+    void fillRow(std::uint8_t* row, int x0, int x1, bool black);
+
     int width_;
     int height_;
-    std::vector<std::uint8_t> black_;
+    std::size_t rowBytes_;
+    std::vector<std::uint8_t> bits_;
 };
 
 } // namespace wordbm
