@@ -12,7 +12,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QDesktopServices>
 #include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
@@ -273,8 +272,10 @@ void frmWordBM::build() {
     connect(btnWordDocClose_, &QPushButton::clicked, this,
             [this] { emitEvent(WindowEvent::OpenWordDoc, {}); });
     connect(btnCSVDocClose_, &QPushButton::clicked, this, [this] { setCSVDoc({}); });
-    connect(btnWordDocShow_, &QPushButton::clicked, this, [this] { showInFolder(txtWordDoc_->text()); });
-    connect(btnCSVDocShow_, &QPushButton::clicked, this, [this] { showInFolder(txtCSVDoc_->text()); });
+    connect(btnWordDocShow_, &QPushButton::clicked, this,
+            [this] { fileManager_.showItem(txtWordDoc_->text()); });
+    connect(btnCSVDocShow_, &QPushButton::clicked, this,
+            [this] { fileManager_.showItem(txtCSVDoc_->text()); });
     connect(btnWordDocNew_, &QPushButton::clicked, this, [this] { newForm(true); });
     connect(btnWordTemplate_, &QPushButton::clicked, this, [this] { newForm(false); });
     connect(btnTemplate_, &QPushButton::clicked, this, [this] {
@@ -616,13 +617,6 @@ void frmWordBM::chooseCSVDoc() {
     if (const auto path = frmFileOpen::pick(this, frmFileOpen::Kind::CSV, txtCSVDoc_->text().toStdString());
         path && !path->empty()) {
         setCSVDoc(fromStd(*path));
-    }
-}
-
-void frmWordBM::showInFolder(const QString& path) {
-    // No desktop offers "select this file" everywhere; the folder itself opens.
-    if (!path.isEmpty()) {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absolutePath()));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "engine/MainWindowSetup.h"
 #include "engine/WindowEvent.h"
 #include "engine/word/Forward.h"
+#include "ui/FileManager.h"
 
 #include <QStringList>
 #include <QWidget>
@@ -75,6 +76,8 @@ public:
     std::function<void()> editTemplate;
     // The mask typed into txtTemplate, once editing ends.
     std::function<void(const std::string& mask)> templateChanged;
+    // Shows the two paths' folders ("Ordner"); tests replace its launchers.
+    FileManager& fileManager() { return fileManager_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -88,7 +91,6 @@ private:
     void pathEdited(QLineEdit* box, QString& last, WindowEvent event);
     void chooseWordDoc();
     void chooseCSVDoc();
-    void showInFolder(const QString& path);
     void newForm(bool withSlip);
     void insertField();
     void formClicked();
@@ -96,6 +98,7 @@ private:
     Raise raise_;
     DocumentSource documentSource_;
     OptionsPort* options_ = nullptr;
+    FileManager fileManager_;
 
     QLabel* lblWordDoc_ = nullptr;
     QLineEdit* txtWordDoc_ = nullptr;

@@ -1,6 +1,7 @@
 #include "ui/frmWordBM.h"
 
 #include <QComboBox>
+#include <QDBusMessage>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -213,6 +214,55 @@ private slots:
         QCOMPARE(events_[0].second, std::string("/tmp/r.csv"));
         QTest::keyClick(box, Qt::Key_Return);
         QCOMPARE(events_.size(), 1u);
+    }
+
+    void folderButtonsShowTheFileSelected() {
+        auto window = makeWindow();
+        window->showWordDoc("/tmp/Formulare 2024/Rechnung ä.docx", "/tmp/w.docx");
+        window->showCSVDoc("/tmp/lauf/r.csv", "/tmp/w.csv");
+        QList<QDBusMessage> calls;
+        QList<QStringList> started;
+        auto& files = window->fileManager();
+        files.start = [&started](const QString& program, const QStringList& arguments) {
+            started << (QStringList{program} + arguments);
+        };
+        // A file manager that takes the call: the file is shown selected, nothing else starts.
+        files.send = [&calls](const QDBusMessage& call, const std::function<void()>&) { calls << call; };
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordDocShow"), Qt::LeftButton);
+        QCOMPARE(calls.size(), 1);
+        QCOMPARE(calls[0].service(), QStringLiteral("org.freedesktop.FileManager1"));
+        QCOMPARE(calls[0].path(), QStringLiteral("/org/freedesktop/FileManager1"));
+        QCOMPARE(calls[0].interface(), QStringLiteral("org.freedesktop.FileManager1"));
+        QCOMPARE(calls[0].member(), QStringLiteral("ShowItems"));
+        QCOMPARE(calls[0].arguments().size(), 2);
+        QCOMPARE(calls[0].arguments()[0].toStringList(),
+                 QStringList{QStringLiteral("file:///tmp/Formulare%202024/Rechnung%20%C3%A4.docx")});
+        QCOMPARE(calls[0].arguments()[1].toString(), QString());
+        QVERIFY(started.isEmpty());
+
+        // None answers: the folder opens on its own.
+        files.send = [](const QDBusMessage&, const std::function<void()>& failed) { failed(); };
+        QTest::mouseClick(find<QPushButton>(*window, "btnCSVDocShow"), Qt::LeftButton);
+        QCOMPARE(started, QList<QStringList>{QStringList({"xdg-open", "/tmp/lauf"})});
+        QVERIFY(events_.empty());
+
+        // Without a path there is nothing to show.
+        window->clearWordDoc();
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordDocShow"), Qt::LeftButton);
+        QCOMPARE(calls.size(), 1);
+        QCOMPARE(started.size(), 1);
+    }
+
+    void withoutSessionBusTheFolderOpens() {
+        // Before anything in this process reaches for the bus: there is none to be found.
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/wordbm-test-bus");
+        wordbm::FileManager files;
+        QStringList started;
+        files.start = [&started](const QString& program, const QStringList& arguments) {
+            started = QStringList{program} + arguments;
+        };
+        files.showItem(QStringLiteral("/srv/rechnungen/lauf.csv"));
+        QCOMPARE(started, QStringList({"xdg-open", "/srv/rechnungen"}));
     }
 
     void closingRaisesQuit() {
