@@ -1,19 +1,21 @@
 #include "ui/frmWordBM.h"
 
 #include "engine/OptionsPort.h"
+#include "engine/ooxml/NewForm.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Fields.h"
 #include "engine/word/Range.h"
 #include "engine/word/Sections.h"
 #include "engine/word/WordConstants.h"
+#include "support/Folders.h"
 #include "ui/frmFileOpen.h"
+#include "ui/frmTemplateLoad.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDropEvent>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -621,13 +623,11 @@ void frmWordBM::chooseCSVDoc() {
 }
 
 void frmWordBM::newForm(bool withSlip) {
-    const QString folder = options_ ? fromStd(options_->get("DOCOpen")) : QString();
-    const QString templatePath =
-        QFileDialog::getOpenFileName(this, QStringLiteral("Vorlage wählen"), folder,
-                                     QStringLiteral("Word-Vorlagen (*.docx *.docm *.dotx *.dotm)"));
-    if (templatePath.isEmpty()) {
+    const auto chosen = frmTemplateLoad::Choose(this, BaseFolderGet(false, false, false));
+    if (!chosen) {
         return;
     }
+    const QString folder = options_ ? fromStd(options_->get("DOCOpen")) : QString();
     QFileDialog dialog(this, QStringLiteral("Neues Word-Rechnungsformular erstellen"), folder,
                        QStringLiteral("Word-Rechnungsformulare(*.doc?);;Alle Dateien (*.*)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -639,9 +639,11 @@ void frmWordBM::newForm(bool withSlip) {
     if (options_) {
         options_->set("DOCOpen", QFileInfo(target).absolutePath().toStdString());
     }
-    QFile::remove(target);
-    if (!QFile::copy(templatePath, target)) {
-        informationBox(QStringLiteral("Das Formular kann nicht erstellt werden: ") + target);
+    try {
+        ooxml::NewForm::create(*chosen, target.toStdString());
+    } catch (const std::exception& error) {
+        informationBox(QStringLiteral("Das Formular kann nicht erstellt werden: ") + target + QChar('\n') +
+                       QString::fromUtf8(error.what()));
         return;
     }
     setWordDoc(target);

@@ -1,10 +1,22 @@
 #include "ui/frmWordBM.h"
 
+#include "DialogTestHelper.h"
+#include "engine/ooxml/DocxApplication.h"
+#include "engine/word/Document.h"
+#include "engine/word/Documents.h"
+#include "engine/word/Range.h"
+
 #include <QComboBox>
 #include <QDBusMessage>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 #include <utility>
 #include <vector>
@@ -42,6 +54,51 @@ class frmWordBMTest : public QObject {
             qFatal("control %s missing", name);
         }
         return widget;
+    }
+
+    // Runs `answer` on the modal dialog of type T as soon as one is shown.
+    template <typename T> static void whenShown(std::function<void(T*)> answer) {
+        auto* poll = new QTimer;
+        QObject::connect(poll, &QTimer::timeout, [poll, answer] {
+            if (auto* dialog = qobject_cast<T*>(QApplication::activeModalWidget())) {
+                poll->deleteLater();
+                poll->stop();
+                answer(dialog);
+            }
+        });
+        poll->start(10);
+    }
+
+    // Answers the two dialogs of a new form: double-clicks `entry` in the forms list (collecting
+    // the entries into `listed`), then saves under `target`.
+    static void answerNewFormDialogs(const QString& entry, const QString& target,
+                                     QStringList* listed = nullptr) {
+        whenShown<QDialog>([=](QDialog* dialog) {
+            auto* list = dialog->findChild<QListWidget*>("lstTemplate");
+            QVERIFY(list);
+            for (int i = 0; listed && i < list->count(); ++i) {
+                *listed << list->item(i)->text();
+            }
+            const auto found = list->findItems(entry, Qt::MatchExactly);
+            QCOMPARE(found.size(), 1);
+            whenShown<QFileDialog>([target](QFileDialog* save) {
+                QCOMPARE(save->windowTitle(), QStringLiteral("Neues Word-Rechnungsformular erstellen"));
+                save->selectFile(target);
+                static_cast<QDialog*>(save)->accept(); // as the dialog's save button does
+            });
+            // A double click is two presses on the same entry, as a person makes it.
+            const QPoint at = list->visualItemRect(found.front()).center();
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+            QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+        });
+    }
+
+    static std::string formText(const QString& path) {
+        return wordbm::ooxml::DocxApplication::create()
+            ->Documents()
+            ->Open(path.toStdString())
+            ->Content()
+            ->Text();
     }
 
     static bool enabled(frmWordBM& window, const char* name) {
@@ -263,6 +320,56 @@ private slots:
         };
         files.showItem(QStringLiteral("/srv/rechnungen/lauf.csv"));
         QCOMPARE(started, QStringList({"xdg-open", "/srv/rechnungen"}));
+    }
+
+    void newFormsComeFromTheFormsFolder() {
+        QTemporaryDir base;
+        QVERIFY(QDir(base.path()).mkpath(QStringLiteral("billingforms/wsb")));
+        const QString forms = base.filePath(QStringLiteral("billingforms"));
+        const QString sample = QStringLiteral(WORDBM_SOURCE_DIR "/examples/Rechnung.docx");
+        QVERIFY(QFile::copy(sample, forms + QStringLiteral("/Rechnung.docx")));
+        QVERIFY(QFile::copy(QStringLiteral(WORDBM_CORPUS_DIR "/docx/Bookmarks.docx"),
+                            forms + QStringLiteral("/Mahnung.docx")));
+        const QByteArray debugBefore = qgetenv("TARVELL_DEBUG");
+        qputenv("TARVELL_DEBUG", base.path().toLocal8Bit());
+        wordbm::dialogtest::MemoryOptions options;
+        options.values["DOCOpen"] = base.path().toStdString();
+        auto window = makeWindow();
+        window->setOptions(&options);
+
+        // "Aus Vorlage…": the sample chosen with a double click, saved as a .docx of its own.
+        QStringList listed;
+        const QString fromTemplate = base.filePath(QStringLiteral("neu/Kunde A.docx"));
+        QVERIFY(QDir(base.path()).mkpath(QStringLiteral("neu")));
+        answerNewFormDialogs(QStringLiteral("Rechnung.docx"), fromTemplate, &listed);
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordTemplate"), Qt::LeftButton);
+        QCOMPARE(listed.takeFirst(), QStringLiteral("(leer - ohne Vorlage)"));
+        listed.sort();
+        QCOMPARE(listed, QStringList({"Mahnung.docx", "Rechnung.docx"}));
+        QCOMPARE(events_.size(), 1u);
+        QCOMPARE(events_[0], std::pair(WindowEvent::OpenWordDoc, fromTemplate.toStdString()));
+        QCOMPARE(formText(fromTemplate), formText(sample));
+        QCOMPARE(options.values["DOCOpen"], base.filePath(QStringLiteral("neu")).toStdString());
+
+        // "Neu…" without a template: a blank form under the default extension, then the payment slip.
+        events_.clear();
+        answerNewFormDialogs(QStringLiteral("(leer - ohne Vorlage)"),
+                             base.filePath(QStringLiteral("neu/Leer")));
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordDocNew"), Qt::LeftButton);
+        const QString blank = base.filePath(QStringLiteral("neu/Leer.docm"));
+        QCOMPARE(events_.size(), 2u);
+        QCOMPARE(events_[0], std::pair(WindowEvent::OpenWordDoc, blank.toStdString()));
+        QCOMPARE(events_[1].first, WindowEvent::ESQRgo);
+        QCOMPARE(formText(blank), std::string("\r"));
+
+        // Cancelled in the list: no save dialog, no form, no event.
+        events_.clear();
+        QTimer::singleShot(
+            0, [] { QApplication::activeModalWidget()->findChild<QPushButton*>("btnCancel")->click(); });
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordDocNew"), Qt::LeftButton);
+        QVERIFY(events_.empty());
+        QVERIFY(boxes_.isEmpty());
+        qputenv("TARVELL_DEBUG", debugBefore);
     }
 
     void closingRaisesQuit() {
