@@ -2,13 +2,10 @@
 
 #include "engine/OptionsPort.h"
 #include "engine/ooxml/NewForm.h"
-#include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
-#include "engine/word/Fields.h"
-#include "engine/word/Range.h"
-#include "engine/word/Sections.h"
 #include "engine/word/WordConstants.h"
 #include "support/Folders.h"
+#include "ui/FormView.h"
 #include "ui/frmFileOpen.h"
 #include "ui/frmTemplateLoad.h"
 
@@ -31,12 +28,8 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSplitter>
-#include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTemporaryDir>
-#include <QTextCursor>
-#include <QTextDocument>
-#include <QTextEdit>
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -61,15 +54,6 @@ QPushButton* button(QWidget* parent, const char* name, const QString& caption, c
 
 QString fromStd(const std::string& text) {
     return QString::fromStdString(text);
-}
-
-// Word keeps paragraph ends as CR; one character each way keeps the offsets of the view and of
-// the document equal.
-QString viewText(const std::string& text) {
-    QString result = fromStd(text);
-    result.replace(QChar('\r'), QChar('\n'));
-    result.replace(QChar('\a'), QChar(' '));
-    return result;
 }
 
 } // namespace
@@ -200,12 +184,8 @@ void frmWordBM::build() {
     txtTrace_->setObjectName(QStringLiteral("txtTrace"));
     txtTrace_->setReadOnly(true);
     txtTrace_->setPlaceholderText(QStringLiteral("Protokoll der Analyse"));
-    txtForm_ = new QTextEdit(this);
+    txtForm_ = new FormView(this);
     txtForm_->setObjectName(QStringLiteral("txtForm"));
-    txtForm_->setReadOnly(true);
-    txtForm_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    txtForm_->setPlaceholderText(QStringLiteral("Kein Word-Rechnungsformular geöffnet"));
-    txtForm_->viewport()->installEventFilter(this);
 
     auto* left = new QWidget(this);
     auto* leftLayout = new QVBoxLayout(left);
@@ -285,7 +265,6 @@ void frmWordBM::build() {
             editTemplate();
         }
     });
-    connect(txtForm_, &QTextEdit::cursorPositionChanged, this, [this] { formClicked(); });
 
     // A word processor closed by hand must be noticed; the engine checks on every tick.
     Timer1_ = new QTimer(this);
@@ -383,7 +362,7 @@ void frmWordBM::clearWordDoc() {
     txtWordDoc_->clear();
     txtWordDoc_->setToolTip({});
     lastWordDoc_.clear();
-    txtForm_->clear();
+    txtForm_->showDocument(nullptr);
     updateEnabled();
 }
 
@@ -421,74 +400,7 @@ void frmWordBM::showCounts(const DocumentCounts& counts) {
 }
 
 void frmWordBM::refreshForm() {
-    word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
-    const QSignalBlocker blocker(txtForm_);
-    if (!doc) {
-        txtForm_->clear();
-        return;
-    }
-    try {
-        // The main story first, offset for offset, so that a click maps to the document's Range.
-        txtForm_->setPlainText(viewText(doc->Content()->Text()));
-        const int mainLength = txtForm_->document()->characterCount() - 1;
-        QTextCharFormat bookmarkFormat;
-        bookmarkFormat.setBackground(QColor(255, 236, 160));
-        QTextCharFormat fieldFormat;
-        fieldFormat.setBackground(QColor(190, 220, 255));
-        auto mark = [&](long start, long end, const QTextCharFormat& format, const QString& tip) {
-            if (start < 0 || end > mainLength || end < start) {
-                return;
-            }
-            QTextCursor cursor(txtForm_->document());
-            cursor.setPosition(static_cast<int>(start));
-            cursor.setPosition(static_cast<int>(end == start ? std::min<long>(end + 1, mainLength) : end),
-                               QTextCursor::KeepAnchor);
-            QTextCharFormat withTip = format;
-            withTip.setToolTip(tip);
-            cursor.mergeCharFormat(withTip);
-        };
-        auto bookmarks = doc->Bookmarks();
-        for (int i = 1; i <= bookmarks->Count(); ++i) {
-            auto bookmark = bookmarks->Item(i);
-            if (bookmark->StoryType() == 1) {
-                mark(bookmark->Start(), bookmark->End(), bookmarkFormat,
-                     QStringLiteral("Textmarke ") + fromStd(bookmark->Name()));
-            }
-        }
-        auto fields = doc->Fields();
-        for (int i = 1; i <= fields->Count(); ++i) {
-            auto field = fields->Item(i);
-            auto code = field->Code();
-            auto result = field->Result();
-            mark(std::min(code->Start(), result->Start()), std::max(code->End(), result->End()), fieldFormat,
-                 QStringLiteral("Feld ") + fromStd(code->Text()));
-        }
-        // Headers and footers after the main story, for reading only.
-        QTextCursor tail(txtForm_->document());
-        tail.movePosition(QTextCursor::End);
-        QTextCharFormat heading;
-        heading.setFontWeight(QFont::Bold);
-        auto sections = doc->Sections();
-        for (int s = 1; s <= sections->Count(); ++s) {
-            auto section = sections->Item(s);
-            for (auto [parts, kind] : {std::pair{section->Headers(), QStringLiteral("Kopfzeile")},
-                                       std::pair{section->Footers(), QStringLiteral("Fusszeile")}}) {
-                for (int p = 1; p <= parts->Count(); ++p) {
-                    auto part = parts->Item(p);
-                    if (!part->Exists()) {
-                        continue;
-                    }
-                    tail.insertBlock();
-                    tail.insertText(QStringLiteral("── %1 %2.%3 ──").arg(kind).arg(s).arg(p), heading);
-                    tail.insertBlock();
-                    tail.insertText(viewText(part->Range()->Text()), QTextCharFormat());
-                }
-            }
-        }
-    } catch (const std::exception& error) {
-        txtForm_->setPlainText(QStringLiteral("Das Formular kann nicht angezeigt werden: ") +
-                               QString::fromUtf8(error.what()));
-    }
+    txtForm_->showDocument(documentSource_ ? documentSource_() : nullptr);
 }
 
 bool frmWordBM::renderPreview() {
@@ -519,25 +431,6 @@ bool frmWordBM::renderPreview() {
     lblPreview_->setText({});
     lblPreview_->setPixmap(QPixmap::fromImage(page));
     return !page.isNull();
-}
-
-void frmWordBM::formClicked() {
-    word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
-    if (!doc) {
-        return;
-    }
-    const QTextCursor cursor = txtForm_->textCursor();
-    try {
-        const long storyEnd = doc->Content()->End();
-        const long start = std::min<long>(cursor.selectionStart(), storyEnd);
-        const long end = std::min<long>(cursor.selectionEnd(), storyEnd);
-        // Beyond the main story lie the headers and footers, shown for reading only.
-        if (cursor.selectionStart() <= storyEnd) {
-            doc->Range(start, end)->Select();
-        }
-    } catch (const std::exception&) {
-        // The view may lag behind an edit; the next refresh puts it right.
-    }
 }
 
 void frmWordBM::insertField() {

@@ -17,12 +17,12 @@ class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
-class QTextEdit;
 class QTimer;
 class QGroupBox;
 
 namespace wordbm {
 
+class FormView;
 class OptionsPort;
 
 // The main window: the two paths, the file-name mask and the engine's commands. It holds no
@@ -93,7 +93,6 @@ private:
     void chooseCSVDoc();
     void newForm(bool withSlip);
     void insertField();
-    void formClicked();
 
     Raise raise_;
     DocumentSource documentSource_;
@@ -129,7 +128,7 @@ private:
     QPushButton* btnTemplate_ = nullptr;
     QLabel* lblCounts_ = nullptr;
     QPlainTextEdit* txtTrace_ = nullptr;
-    QTextEdit* txtForm_ = nullptr;
+    FormView* txtForm_ = nullptr;
     QTabWidget* tabView_ = nullptr;
     QLabel* lblPreview_ = nullptr;
     QTimer* Timer1_ = nullptr;
