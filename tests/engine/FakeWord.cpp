@@ -522,6 +522,7 @@ public:
         ++doc_->saves;
     }
     void SaveAs2(const std::string&) override { unsupported(); }
+    void SaveCopyAs(const std::string&) override { unsupported(); }
     void Close(std::optional<int>) override { app_.closeByHand(index()); }
     void ExportAsFixedFormat(const std::string&, int, bool) override { unsupported(); }
     void PrintOut() override { unsupported(); }
