@@ -6,6 +6,7 @@
 #include "engine/word/WordConstants.h"
 #include "support/Folders.h"
 #include "ui/FormView.h"
+#include "ui/PagePreview.h"
 #include "ui/frmFileOpen.h"
 #include "ui/frmTemplateLoad.h"
 
@@ -23,13 +24,10 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPdfDocument>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QSplitter>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -198,20 +196,10 @@ void frmWordBM::build() {
     tabView_ = new QTabWidget(this);
     tabView_->setObjectName(QStringLiteral("tabView"));
     tabView_->addTab(txtForm_, QStringLiteral("Text"));
-    auto* preview = new QWidget(tabView_);
-    auto* previewLayout = new QVBoxLayout(preview);
-    auto* btnPreview = button(preview, "btnPreview", QStringLiteral("Vorschau aktualisieren"),
-                              QStringLiteral("Seite 1 des Formulars darstellen"));
-    lblPreview_ = new QLabel(QStringLiteral("Keine Vorschau"), preview);
-    lblPreview_->setObjectName(QStringLiteral("lblPreview"));
-    lblPreview_->setAlignment(Qt::AlignCenter);
-    auto* scroll = new QScrollArea(preview);
-    scroll->setWidget(lblPreview_);
-    scroll->setWidgetResizable(true);
-    previewLayout->addWidget(btnPreview, 0, Qt::AlignLeft);
-    previewLayout->addWidget(scroll, 1);
-    tabView_->addTab(preview, QStringLiteral("Vorschau"));
-    connect(btnPreview, &QPushButton::clicked, this, [this] { renderPreview(); });
+    preview_ = new PagePreview(tabView_);
+    preview_->setExport(PagePreview::Source::Form,
+                        [this](const std::string& pdf) { return exportForm(pdf); });
+    tabView_->addTab(preview_, QStringLiteral("Vorschau"));
     auto* splitter = new QSplitter(this);
     splitter->addWidget(left);
     splitter->addWidget(tabView_);
@@ -404,33 +392,20 @@ void frmWordBM::refreshForm() {
 }
 
 bool frmWordBM::renderPreview() {
-    word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
+    return preview_->render();
+}
+
+std::string frmWordBM::exportForm(const std::string& pdfPath) {
+    const word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
     if (!doc) {
-        lblPreview_->setPixmap({});
-        lblPreview_->setText(QStringLiteral("Kein Word-Rechnungsformular geöffnet"));
-        return false;
+        return "Kein Word-Rechnungsformular geöffnet";
     }
-    QTemporaryDir folder;
-    const QString pdf = folder.filePath(QStringLiteral("vorschau.pdf"));
     try {
-        doc->ExportAsFixedFormat(pdf.toStdString(), word::wd::wdExportFormatPDF);
+        doc->ExportAsFixedFormat(pdfPath, word::wd::wdExportFormatPDF);
     } catch (const std::exception& error) {
-        lblPreview_->setPixmap({});
-        lblPreview_->setText(QStringLiteral("Keine Vorschau: ") + QString::fromUtf8(error.what()));
-        return false;
+        return error.what();
     }
-    QPdfDocument document;
-    if (document.load(pdf) != QPdfDocument::Error::None || document.pageCount() < 1) {
-        lblPreview_->setPixmap({});
-        lblPreview_->setText(QStringLiteral("Keine Vorschau: die PDF-Datei ist nicht lesbar"));
-        return false;
-    }
-    // About 100 dpi: the page is read on screen, not printed.
-    const QSizeF points = document.pagePointSize(0);
-    const QImage page = document.render(0, (points * 100.0 / 72.0).toSize());
-    lblPreview_->setText({});
-    lblPreview_->setPixmap(QPixmap::fromImage(page));
-    return !page.isNull();
+    return {};
 }
 
 void frmWordBM::insertField() {

@@ -23,6 +23,7 @@ class QGroupBox;
 namespace wordbm {
 
 class FormView;
+class PagePreview;
 class OptionsPort;
 
 // The main window: the two paths, the file-name mask and the engine's commands. It holds no
@@ -53,9 +54,11 @@ public:
     void showCounts(const DocumentCounts& counts);
     // Rereads the working form into the form view.
     void refreshForm();
-    // Renders page 1 of the working form's current state through the office worker; false (the
-    // reason shown in the preview) when it cannot be rendered.
+    // Renders page 1 of the preview's choice (the working form's current state, or invoice 1)
+    // through the office worker; false (the reason shown in the preview) when it cannot be rendered.
     bool renderPreview();
+    // The preview tab; the program entry hands it the engine's invoice 1.
+    PagePreview& preview() { return *preview_; }
 
     // Puts a path into a box as a person's choice would, raising the box's open event.
     void setWordDoc(const QString& path);
@@ -92,6 +95,7 @@ private:
     void chooseWordDoc();
     void chooseCSVDoc();
     void newForm(bool withSlip);
+    std::string exportForm(const std::string& pdfPath);
     void insertField();
 
     Raise raise_;
@@ -130,7 +134,7 @@ private:
     QPlainTextEdit* txtTrace_ = nullptr;
     FormView* txtForm_ = nullptr;
     QTabWidget* tabView_ = nullptr;
-    QLabel* lblPreview_ = nullptr;
+    PagePreview* preview_ = nullptr;
     QTimer* Timer1_ = nullptr;
 
     // The last paths raised, so an unchanged box raises nothing when editing ends.

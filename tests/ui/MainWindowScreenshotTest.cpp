@@ -9,6 +9,7 @@
 #include "engine/word/Selection.h"
 #include "engine/word/Shapes.h"
 #include "ui/DesktopSession.h"
+#include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"
 
 #include <QCheckBox>
@@ -92,6 +93,10 @@ class MainWindowScreenshotTest : public QObject {
         QVERIFY(window.renderPreview());
         QVERIFY(!window.findChild<QLabel*>(QStringLiteral("lblPreview"))->pixmap().isNull());
         save(window, QStringLiteral("main-window-preview.png"));
+        window.preview().choose(wordbm::PagePreview::Source::Invoice);
+        QVERIFY(!window.findChild<QLabel*>(QStringLiteral("lblPreview"))->pixmap().isNull());
+        save(window, QStringLiteral("main-window-preview-invoice.png"));
+        window.preview().choose(wordbm::PagePreview::Source::Form);
         window.findChild<QTabWidget*>(QStringLiteral("tabView"))->setCurrentIndex(0);
 
         // The test run lists the invoice names in the result list, which a timer closes.
