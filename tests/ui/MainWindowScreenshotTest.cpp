@@ -43,8 +43,7 @@ class MainWindowScreenshotTest : public QObject {
     static void save(QWidget& widget, const QString& name) {
         // Layouts settle through posted events; the picture must show the settled window.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-        QDir().mkpath(QStringLiteral(WORDBM_SCREENSHOT_DIR));
-        const QString path = QDir(QStringLiteral(WORDBM_SCREENSHOT_DIR)).filePath(name);
+        const QString path = QDir(wordbm::dialogtest::screenshotFolder()).filePath(name);
         QVERIFY2(widget.grab().save(path), qPrintable(path));
     }
 
