@@ -23,9 +23,13 @@ PagePreview::PagePreview(QWidget* parent) : QWidget(parent) {
     lblPreview_ = new QLabel(QStringLiteral("Keine Vorschau"), this);
     lblPreview_->setObjectName(QStringLiteral("lblPreview"));
     lblPreview_->setAlignment(Qt::AlignCenter);
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidget(lblPreview_);
-    scroll->setWidgetResizable(true);
+    scroll_ = new QScrollArea(this);
+    scroll_->setWidget(lblPreview_);
+    scroll_->setWidgetResizable(true);
+    // A page as wide as the view is always taller than it.
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    pdf_ = new QPdfDocument(this);
 
     auto* controls = new QHBoxLayout;
     controls->addWidget(cbxPreview_);
@@ -33,10 +37,15 @@ PagePreview::PagePreview(QWidget* parent) : QWidget(parent) {
     controls->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(controls);
-    layout->addWidget(scroll, 1);
+    layout->addWidget(scroll_, 1);
 
     connect(btnPreview, &QPushButton::clicked, this, [this] { render(); });
     connect(cbxPreview_, &QComboBox::activated, this, [this] { render(); });
+}
+
+PagePreview::~PagePreview() {
+    // The document lets go of its file before the folder goes.
+    pdf_->close();
 }
 
 void PagePreview::setExport(Source source, Export write) {
@@ -53,30 +62,48 @@ PagePreview::Source PagePreview::chosen() const {
 }
 
 void PagePreview::showReason(const QString& reason) {
+    pdf_->close();
+    folder_.reset();
     lblPreview_->setPixmap({});
     lblPreview_->setText(reason);
 }
 
 bool PagePreview::render() {
     const Export& write = chosen() == Source::Form ? form_ : invoice_;
-    QTemporaryDir folder;
-    const QString pdf = folder.filePath(QStringLiteral("vorschau.pdf"));
+    folder_ = std::make_unique<QTemporaryDir>();
+    const QString pdf = folder_->filePath(QStringLiteral("vorschau.pdf"));
     const std::string failure = write ? write(pdf.toStdString()) : std::string("nicht verfügbar");
     if (!failure.empty()) {
         showReason(QStringLiteral("Keine Vorschau: ") + QString::fromStdString(failure));
         return false;
     }
-    QPdfDocument document;
-    if (document.load(pdf) != QPdfDocument::Error::None || document.pageCount() < 1) {
+    if (pdf_->load(pdf) != QPdfDocument::Error::None || pdf_->pageCount() < 1) {
         showReason(QStringLiteral("Keine Vorschau: die PDF-Datei ist nicht lesbar"));
         return false;
     }
-    // About 100 dpi: the page is read on screen, not printed.
-    const QSizeF points = document.pagePointSize(0);
-    const QImage page = document.render(0, (points * 100.0 / 72.0).toSize());
+    return showPage();
+}
+
+bool PagePreview::showPage() {
+    const QSizeF points = pdf_->pagePointSize(0);
+    const int width = scroll_->viewport()->width();
+    if (points.isEmpty() || width <= 0) {
+        return false;
+    }
+    // Sharp on screens with more pixels per point, too.
+    const qreal ratio = devicePixelRatioF();
+    QImage page = pdf_->render(0, (points * (width * ratio / points.width())).toSize());
+    page.setDevicePixelRatio(ratio);
     lblPreview_->setText({});
     lblPreview_->setPixmap(QPixmap::fromImage(page));
     return !page.isNull();
+}
+
+void PagePreview::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (pdf_->pageCount() > 0) {
+        showPage();
+    }
 }
 
 } // namespace wordbm

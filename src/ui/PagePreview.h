@@ -2,10 +2,14 @@
 
 #include <QWidget>
 #include <functional>
+#include <memory>
 #include <string>
 
 class QComboBox;
 class QLabel;
+class QPdfDocument;
+class QScrollArea;
+class QTemporaryDir;
 
 namespace wordbm {
 
@@ -19,6 +23,7 @@ public:
     using Export = std::function<std::string(const std::string& pdfPath)>;
 
     explicit PagePreview(QWidget* parent = nullptr);
+    ~PagePreview() override;
 
     void setExport(Source source, Export write);
     // Chooses what is shown (cbxPreview) and renders it.
@@ -26,12 +31,21 @@ public:
     // Renders the chosen source; false (the reason shown instead) when there is nothing to show.
     bool render();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     Source chosen() const;
     void showReason(const QString& reason);
+    // Draws page 1 as wide as the preview is, so that a line of the page is read without scrolling.
+    bool showPage();
 
     QComboBox* cbxPreview_ = nullptr;
     QLabel* lblPreview_ = nullptr;
+    QScrollArea* scroll_ = nullptr;
+    // The PDF shown, kept while it is shown so that a wider window draws it anew.
+    std::unique_ptr<QTemporaryDir> folder_;
+    QPdfDocument* pdf_ = nullptr;
     Export form_;
     Export invoice_;
 };
