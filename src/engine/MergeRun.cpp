@@ -119,7 +119,7 @@ MergeRun::Entry MergeRun::plan(std::int32_t row, std::optional<MergeJob>& job) {
     WordBM& e = engine_;
     Entry entry;
     entry.row = row;
-    if (e.csv_.FieldStr("RgDatum", row).empty()) {
+    if (!e.InvoiceRow(row)) {
         return entry;
     }
     const std::string docName = e.template_.DocName(row, e.csv_);

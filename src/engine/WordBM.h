@@ -20,6 +20,8 @@
 
 namespace wordbm {
 
+class BookmarkFiller;
+
 // The Word bookmark engine: one word-processor session on a working copy of the user's form,
 // the document walk and analysis, merge-field conversion, bookmark insertion and verification,
 // and the merge run. It owns its companions for the whole run and reaches a person only through
@@ -127,6 +129,11 @@ public:
     void mfWBM_Test();
     // Fills the open form from data line `row`.
     void BookmarksFill(std::int32_t row);
+    // The merge run makes an invoice of a data line that has an invoice date.
+    bool InvoiceRow(std::int32_t row);
+    // Fills a copy of the open form, as it stands now, from the first invoice row and exports it as
+    // PDF to `pdfPath`, the copy beside it; the form itself stays as it is. "" or why there is none.
+    std::string InvoicePreview(const std::string& pdfPath);
     // Whether the folder of the document path exists, after one attempt to create it.
     bool DocFolderCheck(const std::string& docPath);
     // How many invoices are made side by side, each by a thread of its own on its own copy of the
@@ -141,6 +148,8 @@ private:
     // The merge run keeps its row-by-row state in a class of its own.
     friend class MergeRun;
 
+    // Fills from the control file, as the merge run does, letting window events run between bookmarks.
+    BookmarkFiller filler();
     void AddInHook(const std::string& addIn, const std::string& key);
     void wordDocShow(const std::string& original, const std::string& working);
     void wordDocHide();

@@ -2,12 +2,18 @@
 #include "engine/BookmarkFiller.h"
 #include "engine/MergeRun.h"
 #include "engine/WordBM.h"
+#include "engine/word/Application.h"
+#include "engine/word/Document.h"
+#include "engine/word/Documents.h"
+#include "engine/word/WordConstants.h"
 #include "support/FileOps.h"
 
 #include <filesystem>
 #include <system_error>
 
 namespace wordbm {
+
+namespace fs = std::filesystem;
 
 void WordBM::mfWBM_Merge(bool testOnly) {
     if (!CheckDoc(true)) {
@@ -30,14 +36,47 @@ void WordBM::mfWBM_Test() {
     mfWBM_Merge(true);
 }
 
+BookmarkFiller WordBM::filler() {
+    return BookmarkFiller(fields_, csv_, coder_, qrImage_, slip_.get(), [this] { ui_.processEvents(); });
+}
+
 void WordBM::BookmarksFill(std::int32_t row) {
     if (!CheckDoc()) {
         return;
     }
     // What could not be filled is listed by the merge run, which fills through its own filler.
-    BookmarkFiller(fields_, csv_, coder_, qrImage_, slip_.get(), [this] {
-        ui_.processEvents();
-    }).fill(*word_, *doc_, row);
+    filler().fill(*word_, *doc_, row);
+}
+
+bool WordBM::InvoiceRow(std::int32_t row) {
+    return !csv_.FieldStr("RgDatum", row).empty();
+}
+
+std::string WordBM::InvoicePreview(const std::string& pdfPath) {
+    if (!CheckDoc()) {
+        return "Kein Word-Rechnungsformular geöffnet";
+    }
+    std::int32_t row = 1;
+    while (row <= csv_.LineCount() && !InvoiceRow(row)) {
+        ++row;
+    }
+    if (row > csv_.LineCount()) {
+        return "Keine Rechnung in der Rechnungs-Steuerdatei";
+    }
+    // The copy keeps the working form's kind, so that a .docm stays one.
+    const fs::path copy =
+        fs::path(pdfPath).parent_path() / ("Rechnung 1" + fs::path(wordWork_).extension().string());
+    try {
+        doc_->SaveCopyAs(copy.string());
+        const word::ApplicationPtr app = createWord_();
+        const word::DocumentPtr invoice = app->Documents()->Open(copy.string());
+        filler().fill(*app, *invoice, row);
+        invoice->ExportAsFixedFormat(pdfPath, word::wd::wdExportFormatPDF);
+        app->Quit(word::wd::wdDoNotSaveChanges);
+    } catch (const std::exception& failure) {
+        return failure.what();
+    }
+    return {};
 }
 
 bool WordBM::DocFolderCheck(const std::string& docPath) {

@@ -2,6 +2,7 @@
 
 #include "engine/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
+#include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"
 
 namespace wordbm {
@@ -21,6 +22,8 @@ DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
         }
     };
     window.templateChanged = [this](const std::string& mask) { engine_.Template(mask); };
+    window.preview().setExport(PagePreview::Source::Invoice,
+                               [this](const std::string& pdf) { return engine_.InvoicePreview(pdf); });
 }
 
 } // namespace wordbm

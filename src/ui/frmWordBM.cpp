@@ -1,20 +1,19 @@
 #include "ui/frmWordBM.h"
 
 #include "engine/OptionsPort.h"
-#include "engine/word/Bookmarks.h"
+#include "engine/ooxml/NewForm.h"
 #include "engine/word/Document.h"
-#include "engine/word/Fields.h"
-#include "engine/word/Range.h"
-#include "engine/word/Sections.h"
 #include "engine/word/WordConstants.h"
+#include "support/Folders.h"
+#include "ui/FormView.h"
+#include "ui/PagePreview.h"
 #include "ui/frmFileOpen.h"
+#include "ui/frmTemplateLoad.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QDesktopServices>
 #include <QDropEvent>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -25,17 +24,10 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPdfDocument>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QSplitter>
-#include <QStandardItemModel>
 #include <QTabWidget>
-#include <QTemporaryDir>
-#include <QTextCursor>
-#include <QTextDocument>
-#include <QTextEdit>
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -60,15 +52,6 @@ QPushButton* button(QWidget* parent, const char* name, const QString& caption, c
 
 QString fromStd(const std::string& text) {
     return QString::fromStdString(text);
-}
-
-// Word keeps paragraph ends as CR; one character each way keeps the offsets of the view and of
-// the document equal.
-QString viewText(const std::string& text) {
-    QString result = fromStd(text);
-    result.replace(QChar('\r'), QChar('\n'));
-    result.replace(QChar('\a'), QChar(' '));
-    return result;
 }
 
 } // namespace
@@ -199,12 +182,8 @@ void frmWordBM::build() {
     txtTrace_->setObjectName(QStringLiteral("txtTrace"));
     txtTrace_->setReadOnly(true);
     txtTrace_->setPlaceholderText(QStringLiteral("Protokoll der Analyse"));
-    txtForm_ = new QTextEdit(this);
+    txtForm_ = new FormView(this);
     txtForm_->setObjectName(QStringLiteral("txtForm"));
-    txtForm_->setReadOnly(true);
-    txtForm_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    txtForm_->setPlaceholderText(QStringLiteral("Kein Word-Rechnungsformular geöffnet"));
-    txtForm_->viewport()->installEventFilter(this);
 
     auto* left = new QWidget(this);
     auto* leftLayout = new QVBoxLayout(left);
@@ -217,20 +196,10 @@ void frmWordBM::build() {
     tabView_ = new QTabWidget(this);
     tabView_->setObjectName(QStringLiteral("tabView"));
     tabView_->addTab(txtForm_, QStringLiteral("Text"));
-    auto* preview = new QWidget(tabView_);
-    auto* previewLayout = new QVBoxLayout(preview);
-    auto* btnPreview = button(preview, "btnPreview", QStringLiteral("Vorschau aktualisieren"),
-                              QStringLiteral("Seite 1 des Formulars darstellen"));
-    lblPreview_ = new QLabel(QStringLiteral("Keine Vorschau"), preview);
-    lblPreview_->setObjectName(QStringLiteral("lblPreview"));
-    lblPreview_->setAlignment(Qt::AlignCenter);
-    auto* scroll = new QScrollArea(preview);
-    scroll->setWidget(lblPreview_);
-    scroll->setWidgetResizable(true);
-    previewLayout->addWidget(btnPreview, 0, Qt::AlignLeft);
-    previewLayout->addWidget(scroll, 1);
-    tabView_->addTab(preview, QStringLiteral("Vorschau"));
-    connect(btnPreview, &QPushButton::clicked, this, [this] { renderPreview(); });
+    preview_ = new PagePreview(tabView_);
+    preview_->setExport(PagePreview::Source::Form,
+                        [this](const std::string& pdf) { return exportForm(pdf); });
+    tabView_->addTab(preview_, QStringLiteral("Vorschau"));
     auto* splitter = new QSplitter(this);
     splitter->addWidget(left);
     splitter->addWidget(tabView_);
@@ -273,8 +242,10 @@ void frmWordBM::build() {
     connect(btnWordDocClose_, &QPushButton::clicked, this,
             [this] { emitEvent(WindowEvent::OpenWordDoc, {}); });
     connect(btnCSVDocClose_, &QPushButton::clicked, this, [this] { setCSVDoc({}); });
-    connect(btnWordDocShow_, &QPushButton::clicked, this, [this] { showInFolder(txtWordDoc_->text()); });
-    connect(btnCSVDocShow_, &QPushButton::clicked, this, [this] { showInFolder(txtCSVDoc_->text()); });
+    connect(btnWordDocShow_, &QPushButton::clicked, this,
+            [this] { fileManager_.showItem(txtWordDoc_->text()); });
+    connect(btnCSVDocShow_, &QPushButton::clicked, this,
+            [this] { fileManager_.showItem(txtCSVDoc_->text()); });
     connect(btnWordDocNew_, &QPushButton::clicked, this, [this] { newForm(true); });
     connect(btnWordTemplate_, &QPushButton::clicked, this, [this] { newForm(false); });
     connect(btnTemplate_, &QPushButton::clicked, this, [this] {
@@ -282,7 +253,6 @@ void frmWordBM::build() {
             editTemplate();
         }
     });
-    connect(txtForm_, &QTextEdit::cursorPositionChanged, this, [this] { formClicked(); });
 
     // A word processor closed by hand must be noticed; the engine checks on every tick.
     Timer1_ = new QTimer(this);
@@ -380,7 +350,7 @@ void frmWordBM::clearWordDoc() {
     txtWordDoc_->clear();
     txtWordDoc_->setToolTip({});
     lastWordDoc_.clear();
-    txtForm_->clear();
+    txtForm_->showDocument(nullptr);
     updateEnabled();
 }
 
@@ -418,123 +388,24 @@ void frmWordBM::showCounts(const DocumentCounts& counts) {
 }
 
 void frmWordBM::refreshForm() {
-    word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
-    const QSignalBlocker blocker(txtForm_);
-    if (!doc) {
-        txtForm_->clear();
-        return;
-    }
-    try {
-        // The main story first, offset for offset, so that a click maps to the document's Range.
-        txtForm_->setPlainText(viewText(doc->Content()->Text()));
-        const int mainLength = txtForm_->document()->characterCount() - 1;
-        QTextCharFormat bookmarkFormat;
-        bookmarkFormat.setBackground(QColor(255, 236, 160));
-        QTextCharFormat fieldFormat;
-        fieldFormat.setBackground(QColor(190, 220, 255));
-        auto mark = [&](long start, long end, const QTextCharFormat& format, const QString& tip) {
-            if (start < 0 || end > mainLength || end < start) {
-                return;
-            }
-            QTextCursor cursor(txtForm_->document());
-            cursor.setPosition(static_cast<int>(start));
-            cursor.setPosition(static_cast<int>(end == start ? std::min<long>(end + 1, mainLength) : end),
-                               QTextCursor::KeepAnchor);
-            QTextCharFormat withTip = format;
-            withTip.setToolTip(tip);
-            cursor.mergeCharFormat(withTip);
-        };
-        auto bookmarks = doc->Bookmarks();
-        for (int i = 1; i <= bookmarks->Count(); ++i) {
-            auto bookmark = bookmarks->Item(i);
-            if (bookmark->StoryType() == 1) {
-                mark(bookmark->Start(), bookmark->End(), bookmarkFormat,
-                     QStringLiteral("Textmarke ") + fromStd(bookmark->Name()));
-            }
-        }
-        auto fields = doc->Fields();
-        for (int i = 1; i <= fields->Count(); ++i) {
-            auto field = fields->Item(i);
-            auto code = field->Code();
-            auto result = field->Result();
-            mark(std::min(code->Start(), result->Start()), std::max(code->End(), result->End()), fieldFormat,
-                 QStringLiteral("Feld ") + fromStd(code->Text()));
-        }
-        // Headers and footers after the main story, for reading only.
-        QTextCursor tail(txtForm_->document());
-        tail.movePosition(QTextCursor::End);
-        QTextCharFormat heading;
-        heading.setFontWeight(QFont::Bold);
-        auto sections = doc->Sections();
-        for (int s = 1; s <= sections->Count(); ++s) {
-            auto section = sections->Item(s);
-            for (auto [parts, kind] : {std::pair{section->Headers(), QStringLiteral("Kopfzeile")},
-                                       std::pair{section->Footers(), QStringLiteral("Fusszeile")}}) {
-                for (int p = 1; p <= parts->Count(); ++p) {
-                    auto part = parts->Item(p);
-                    if (!part->Exists()) {
-                        continue;
-                    }
-                    tail.insertBlock();
-                    tail.insertText(QStringLiteral("── %1 %2.%3 ──").arg(kind).arg(s).arg(p), heading);
-                    tail.insertBlock();
-                    tail.insertText(viewText(part->Range()->Text()), QTextCharFormat());
-                }
-            }
-        }
-    } catch (const std::exception& error) {
-        txtForm_->setPlainText(QStringLiteral("Das Formular kann nicht angezeigt werden: ") +
-                               QString::fromUtf8(error.what()));
-    }
+    txtForm_->showDocument(documentSource_ ? documentSource_() : nullptr);
 }
 
 bool frmWordBM::renderPreview() {
-    word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
-    if (!doc) {
-        lblPreview_->setPixmap({});
-        lblPreview_->setText(QStringLiteral("Kein Word-Rechnungsformular geöffnet"));
-        return false;
-    }
-    QTemporaryDir folder;
-    const QString pdf = folder.filePath(QStringLiteral("vorschau.pdf"));
-    try {
-        doc->ExportAsFixedFormat(pdf.toStdString(), word::wd::wdExportFormatPDF);
-    } catch (const std::exception& error) {
-        lblPreview_->setPixmap({});
-        lblPreview_->setText(QStringLiteral("Keine Vorschau: ") + QString::fromUtf8(error.what()));
-        return false;
-    }
-    QPdfDocument document;
-    if (document.load(pdf) != QPdfDocument::Error::None || document.pageCount() < 1) {
-        lblPreview_->setPixmap({});
-        lblPreview_->setText(QStringLiteral("Keine Vorschau: die PDF-Datei ist nicht lesbar"));
-        return false;
-    }
-    // About 100 dpi: the page is read on screen, not printed.
-    const QSizeF points = document.pagePointSize(0);
-    const QImage page = document.render(0, (points * 100.0 / 72.0).toSize());
-    lblPreview_->setText({});
-    lblPreview_->setPixmap(QPixmap::fromImage(page));
-    return !page.isNull();
+    return preview_->render();
 }
 
-void frmWordBM::formClicked() {
-    word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
+std::string frmWordBM::exportForm(const std::string& pdfPath) {
+    const word::DocumentPtr doc = documentSource_ ? documentSource_() : nullptr;
     if (!doc) {
-        return;
+        return "Kein Word-Rechnungsformular geöffnet";
     }
-    const QTextCursor cursor = txtForm_->textCursor();
     try {
-        const long storyEnd = doc->Content()->End();
-        const long start = std::min<long>(cursor.selectionStart(), storyEnd);
-        const long end = std::min<long>(cursor.selectionEnd(), storyEnd);
-        // Beyond the main story lie the headers and footers, shown for reading only.
-        if (cursor.selectionStart() <= storyEnd) {
-            doc->Range(start, end)->Select();
-        }
-    } catch (const std::exception&) {
-        // The view may lag behind an edit; the next refresh puts it right.
+        doc->ExportAsFixedFormat(pdfPath, word::wd::wdExportFormatPDF);
+    } catch (const std::exception& error) {
+        return error.what();
     }
+    return {};
 }
 
 void frmWordBM::insertField() {
@@ -619,21 +490,12 @@ void frmWordBM::chooseCSVDoc() {
     }
 }
 
-void frmWordBM::showInFolder(const QString& path) {
-    // No desktop offers "select this file" everywhere; the folder itself opens.
-    if (!path.isEmpty()) {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absolutePath()));
-    }
-}
-
 void frmWordBM::newForm(bool withSlip) {
-    const QString folder = options_ ? fromStd(options_->get("DOCOpen")) : QString();
-    const QString templatePath =
-        QFileDialog::getOpenFileName(this, QStringLiteral("Vorlage wählen"), folder,
-                                     QStringLiteral("Word-Vorlagen (*.docx *.docm *.dotx *.dotm)"));
-    if (templatePath.isEmpty()) {
+    const auto chosen = frmTemplateLoad::Choose(this, BaseFolderGet(false, false, false));
+    if (!chosen) {
         return;
     }
+    const QString folder = options_ ? fromStd(options_->get("DOCOpen")) : QString();
     QFileDialog dialog(this, QStringLiteral("Neues Word-Rechnungsformular erstellen"), folder,
                        QStringLiteral("Word-Rechnungsformulare(*.doc?);;Alle Dateien (*.*)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -645,9 +507,11 @@ void frmWordBM::newForm(bool withSlip) {
     if (options_) {
         options_->set("DOCOpen", QFileInfo(target).absolutePath().toStdString());
     }
-    QFile::remove(target);
-    if (!QFile::copy(templatePath, target)) {
-        informationBox(QStringLiteral("Das Formular kann nicht erstellt werden: ") + target);
+    try {
+        ooxml::NewForm::create(*chosen, target.toStdString());
+    } catch (const std::exception& error) {
+        informationBox(QStringLiteral("Das Formular kann nicht erstellt werden: ") + target + QChar('\n') +
+                       QString::fromUtf8(error.what()));
         return;
     }
     setWordDoc(target);

@@ -4,6 +4,7 @@
 #include "engine/MainWindowSetup.h"
 #include "engine/WindowEvent.h"
 #include "engine/word/Forward.h"
+#include "ui/FileManager.h"
 
 #include <QStringList>
 #include <QWidget>
@@ -16,12 +17,13 @@ class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
-class QTextEdit;
 class QTimer;
 class QGroupBox;
 
 namespace wordbm {
 
+class FormView;
+class PagePreview;
 class OptionsPort;
 
 // The main window: the two paths, the file-name mask and the engine's commands. It holds no
@@ -52,9 +54,11 @@ public:
     void showCounts(const DocumentCounts& counts);
     // Rereads the working form into the form view.
     void refreshForm();
-    // Renders page 1 of the working form's current state through the office worker; false (the
-    // reason shown in the preview) when it cannot be rendered.
+    // Renders page 1 of the preview's choice (the working form's current state, or invoice 1)
+    // through the office worker; false (the reason shown in the preview) when it cannot be rendered.
     bool renderPreview();
+    // The preview tab; the program entry hands it the engine's invoice 1.
+    PagePreview& preview() { return *preview_; }
 
     // Puts a path into a box as a person's choice would, raising the box's open event.
     void setWordDoc(const QString& path);
@@ -75,6 +79,8 @@ public:
     std::function<void()> editTemplate;
     // The mask typed into txtTemplate, once editing ends.
     std::function<void(const std::string& mask)> templateChanged;
+    // Shows the two paths' folders ("Ordner"); tests replace its launchers.
+    FileManager& fileManager() { return fileManager_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -88,14 +94,14 @@ private:
     void pathEdited(QLineEdit* box, QString& last, WindowEvent event);
     void chooseWordDoc();
     void chooseCSVDoc();
-    void showInFolder(const QString& path);
     void newForm(bool withSlip);
+    std::string exportForm(const std::string& pdfPath);
     void insertField();
-    void formClicked();
 
     Raise raise_;
     DocumentSource documentSource_;
     OptionsPort* options_ = nullptr;
+    FileManager fileManager_;
 
     QLabel* lblWordDoc_ = nullptr;
     QLineEdit* txtWordDoc_ = nullptr;
@@ -126,9 +132,9 @@ private:
     QPushButton* btnTemplate_ = nullptr;
     QLabel* lblCounts_ = nullptr;
     QPlainTextEdit* txtTrace_ = nullptr;
-    QTextEdit* txtForm_ = nullptr;
+    FormView* txtForm_ = nullptr;
     QTabWidget* tabView_ = nullptr;
-    QLabel* lblPreview_ = nullptr;
+    PagePreview* preview_ = nullptr;
     QTimer* Timer1_ = nullptr;
 
     // The last paths raised, so an unchanged box raises nothing when editing ends.

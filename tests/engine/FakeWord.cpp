@@ -127,6 +127,7 @@ public:
     word::BookmarksPtr Bookmarks() override { unsupported(); }
     word::FontPtr Font() override { unsupported(); }
     void Select() override { unsupported(); }
+    void SetRange(long, long) override { unsupported(); }
 
 private:
     std::string text_;
@@ -220,6 +221,10 @@ public:
     void Select() override {
         doc_->check();
         doc_->selection = {story_, start_, end_};
+    }
+    void SetRange(long start, long end) override {
+        start_ = start;
+        end_ = end;
     }
 
 private:
@@ -404,6 +409,7 @@ public:
         : doc_(std::move(doc)), index_(index), story_(story) {}
     int Index() const override { return index_; }
     bool Exists() const override { return story_ >= 0; }
+    bool LinkToPrevious() const override { return false; } // only the form view asks, on real forms
     word::RangePtr Range() override {
         doc_->check();
         return std::make_shared<FakeRange>(doc_, story_, 0, story_ < 0 ? 0 : doc_->form.length(story_));
@@ -516,6 +522,7 @@ public:
         ++doc_->saves;
     }
     void SaveAs2(const std::string&) override { unsupported(); }
+    void SaveCopyAs(const std::string&) override { unsupported(); }
     void Close(std::optional<int>) override { app_.closeByHand(index()); }
     void ExportAsFixedFormat(const std::string&, int, bool) override { unsupported(); }
     void PrintOut() override { unsupported(); }

@@ -24,10 +24,8 @@ class DialogScreenshotTest : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase() {
-        const QByteArray fromEnvironment = qgetenv("WORDBM_SCREENSHOT_DIR");
-        folder_ = fromEnvironment.isEmpty() ? QStringLiteral(WORDBM_SCREENSHOT_DIR)
-                                            : QString::fromLocal8Bit(fromEnvironment);
-        QVERIFY(QDir().mkpath(folder_));
+        folder_ = dialogtest::screenshotFolder();
+        QVERIFY(QDir(folder_).exists());
     }
 
     void mergeDialog() {

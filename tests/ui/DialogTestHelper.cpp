@@ -37,4 +37,12 @@ bool useOwnHome(const QTemporaryDir& home) {
     return QDir(home.path()).mkpath(QStringLiteral("Documents"));
 }
 
+QString screenshotFolder() {
+    const QByteArray fromEnvironment = qgetenv("WORDBM_SCREENSHOT_DIR");
+    const QString folder = fromEnvironment.isEmpty() ? QStringLiteral(WORDBM_SCREENSHOT_DIR)
+                                                     : QString::fromLocal8Bit(fromEnvironment);
+    QDir().mkpath(folder);
+    return folder;
+}
+
 } // namespace wordbm::dialogtest

@@ -40,6 +40,10 @@ struct TemplateFixture {
 // and settings of a test never touch the real ones. False when `home` could not be made.
 bool useOwnHome(const QTemporaryDir& home);
 
+// Where pictures for review go: $WORDBM_SCREENSHOT_DIR, else the build's screenshot folder; made
+// when missing.
+QString screenshotFolder();
+
 // The child of `parent` with this objectName and type; null when there is none.
 template <typename Widget> Widget* child(QWidget* parent, const char* name) {
     return parent->findChild<Widget*>(QString::fromLatin1(name));

@@ -9,6 +9,7 @@
 #include "engine/word/Selection.h"
 #include "engine/word/Shapes.h"
 #include "ui/DesktopSession.h"
+#include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"
 
 #include <QCheckBox>
@@ -42,8 +43,7 @@ class MainWindowScreenshotTest : public QObject {
     static void save(QWidget& widget, const QString& name) {
         // Layouts settle through posted events; the picture must show the settled window.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-        QDir().mkpath(QStringLiteral(WORDBM_SCREENSHOT_DIR));
-        const QString path = QDir(QStringLiteral(WORDBM_SCREENSHOT_DIR)).filePath(name);
+        const QString path = QDir(wordbm::dialogtest::screenshotFolder()).filePath(name);
         QVERIFY2(widget.grab().save(path), qPrintable(path));
     }
 
@@ -92,6 +92,10 @@ class MainWindowScreenshotTest : public QObject {
         QVERIFY(window.renderPreview());
         QVERIFY(!window.findChild<QLabel*>(QStringLiteral("lblPreview"))->pixmap().isNull());
         save(window, QStringLiteral("main-window-preview.png"));
+        window.preview().choose(wordbm::PagePreview::Source::Invoice);
+        QVERIFY(!window.findChild<QLabel*>(QStringLiteral("lblPreview"))->pixmap().isNull());
+        save(window, QStringLiteral("main-window-preview-invoice.png"));
+        window.preview().choose(wordbm::PagePreview::Source::Form);
         window.findChild<QTabWidget*>(QStringLiteral("tabView"))->setCurrentIndex(0);
 
         // The test run lists the invoice names in the result list, which a timer closes.

@@ -1,9 +1,22 @@
 #include "ui/frmWordBM.h"
 
+#include "DialogTestHelper.h"
+#include "engine/ooxml/DocxApplication.h"
+#include "engine/word/Document.h"
+#include "engine/word/Documents.h"
+#include "engine/word/Range.h"
+
 #include <QComboBox>
+#include <QDBusMessage>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 #include <utility>
 #include <vector>
@@ -41,6 +54,56 @@ class frmWordBMTest : public QObject {
             qFatal("control %s missing", name);
         }
         return widget;
+    }
+
+    // Runs `answer` on the modal dialog of type T as soon as one is shown.
+    template <typename T> static void whenShown(std::function<void(T*)> answer) {
+        auto* poll = new QTimer;
+        QObject::connect(poll, &QTimer::timeout, [poll, answer] {
+            if (auto* dialog = qobject_cast<T*>(QApplication::activeModalWidget())) {
+                poll->deleteLater();
+                poll->stop();
+                answer(dialog);
+                // A check that failed in the answer leaves the dialog open; it must not hold the test.
+                QTimer::singleShot(5000, dialog, [dialog] { dialog->reject(); });
+            }
+        });
+        poll->start(10);
+    }
+
+    // Answers the two dialogs of a new form: double-clicks `entry` in the forms list (collecting
+    // the entries into `listed`), then saves under `target`.
+    static void answerNewFormDialogs(const QString& entry, const QString& target,
+                                     QStringList* listed = nullptr) {
+        whenShown<QDialog>([=](QDialog* dialog) {
+            auto* list = dialog->findChild<QListWidget*>("lstTemplate");
+            QVERIFY(list);
+            for (int i = 0; listed && i < list->count(); ++i) {
+                *listed << list->item(i)->text();
+            }
+            const auto found = list->findItems(entry, Qt::MatchExactly);
+            QCOMPARE(found.size(), 1);
+            whenShown<QFileDialog>([target](QFileDialog* save) {
+                QCOMPARE(save->windowTitle(), QStringLiteral("Neues Word-Rechnungsformular erstellen"));
+                // Typed into the name box and confirmed with Enter, as a person saves.
+                auto* name = save->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+                QVERIFY(name);
+                name->setText(target);
+                QTest::keyClick(name, Qt::Key_Return);
+            });
+            // A double click is two presses on the same entry, as a person makes it.
+            const QPoint at = list->visualItemRect(found.front()).center();
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+            QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+        });
+    }
+
+    static std::string formText(const QString& path) {
+        return wordbm::ooxml::DocxApplication::create()
+            ->Documents()
+            ->Open(path.toStdString())
+            ->Content()
+            ->Text();
     }
 
     static bool enabled(frmWordBM& window, const char* name) {
@@ -213,6 +276,105 @@ private slots:
         QCOMPARE(events_[0].second, std::string("/tmp/r.csv"));
         QTest::keyClick(box, Qt::Key_Return);
         QCOMPARE(events_.size(), 1u);
+    }
+
+    void folderButtonsShowTheFileSelected() {
+        auto window = makeWindow();
+        window->showWordDoc("/tmp/Formulare 2024/Rechnung ä.docx", "/tmp/w.docx");
+        window->showCSVDoc("/tmp/lauf/r.csv", "/tmp/w.csv");
+        QList<QDBusMessage> calls;
+        QList<QStringList> started;
+        auto& files = window->fileManager();
+        files.start = [&started](const QString& program, const QStringList& arguments) {
+            started << (QStringList{program} + arguments);
+        };
+        // A file manager that takes the call: the file is shown selected, nothing else starts.
+        files.send = [&calls](const QDBusMessage& call, const std::function<void()>&) { calls << call; };
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordDocShow"), Qt::LeftButton);
+        QCOMPARE(calls.size(), 1);
+        QCOMPARE(calls[0].service(), QStringLiteral("org.freedesktop.FileManager1"));
+        QCOMPARE(calls[0].path(), QStringLiteral("/org/freedesktop/FileManager1"));
+        QCOMPARE(calls[0].interface(), QStringLiteral("org.freedesktop.FileManager1"));
+        QCOMPARE(calls[0].member(), QStringLiteral("ShowItems"));
+        QCOMPARE(calls[0].arguments().size(), 2);
+        QCOMPARE(calls[0].arguments()[0].toStringList(),
+                 QStringList{QStringLiteral("file:///tmp/Formulare%202024/Rechnung%20%C3%A4.docx")});
+        QCOMPARE(calls[0].arguments()[1].toString(), QString());
+        QVERIFY(started.isEmpty());
+
+        // None answers: the folder opens on its own.
+        files.send = [](const QDBusMessage&, const std::function<void()>& failed) { failed(); };
+        QTest::mouseClick(find<QPushButton>(*window, "btnCSVDocShow"), Qt::LeftButton);
+        QCOMPARE(started, QList<QStringList>{QStringList({"xdg-open", "/tmp/lauf"})});
+        QVERIFY(events_.empty());
+
+        // Without a path there is nothing to show.
+        window->clearWordDoc();
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordDocShow"), Qt::LeftButton);
+        QCOMPARE(calls.size(), 1);
+        QCOMPARE(started.size(), 1);
+    }
+
+    void withoutSessionBusTheFolderOpens() {
+        // Before anything in this process reaches for the bus: there is none to be found.
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/wordbm-test-bus");
+        wordbm::FileManager files;
+        QStringList started;
+        files.start = [&started](const QString& program, const QStringList& arguments) {
+            started = QStringList{program} + arguments;
+        };
+        files.showItem(QStringLiteral("/srv/rechnungen/lauf.csv"));
+        QCOMPARE(started, QStringList({"xdg-open", "/srv/rechnungen"}));
+    }
+
+    void newFormsComeFromTheFormsFolder() {
+        QTemporaryDir base;
+        QVERIFY(QDir(base.path()).mkpath(QStringLiteral("billingforms/wsb")));
+        const QString forms = base.filePath(QStringLiteral("billingforms"));
+        const QString sample = QStringLiteral(WORDBM_SOURCE_DIR "/examples/Rechnung.docx");
+        QVERIFY(QFile::copy(sample, forms + QStringLiteral("/Rechnung.docx")));
+        QVERIFY(QFile::copy(QStringLiteral(WORDBM_CORPUS_DIR "/docx/Bookmarks.docx"),
+                            forms + QStringLiteral("/Mahnung.docx")));
+        const QByteArray debugBefore = qgetenv("TARVELL_DEBUG");
+        qputenv("TARVELL_DEBUG", base.path().toLocal8Bit());
+        wordbm::dialogtest::MemoryOptions options;
+        options.values["DOCOpen"] = base.path().toStdString();
+        auto window = makeWindow();
+        window->setOptions(&options);
+
+        // "Aus Vorlage…": the sample chosen with a double click, saved as a .docx of its own.
+        QStringList listed;
+        const QString fromTemplate = base.filePath(QStringLiteral("neu/Kunde A.docx"));
+        QVERIFY(QDir(base.path()).mkpath(QStringLiteral("neu")));
+        answerNewFormDialogs(QStringLiteral("Rechnung.docx"), fromTemplate, &listed);
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordTemplate"), Qt::LeftButton);
+        QCOMPARE(listed.takeFirst(), QStringLiteral("(leer - ohne Vorlage)"));
+        listed.sort();
+        QCOMPARE(listed, QStringList({"Mahnung.docx", "Rechnung.docx"}));
+        QCOMPARE(events_.size(), 1u);
+        QCOMPARE(events_[0], std::pair(WindowEvent::OpenWordDoc, fromTemplate.toStdString()));
+        QCOMPARE(formText(fromTemplate), formText(sample));
+        QCOMPARE(options.values["DOCOpen"], base.filePath(QStringLiteral("neu")).toStdString());
+
+        // "Neu…" without a template: a blank form under the default extension, then the payment slip.
+        events_.clear();
+        answerNewFormDialogs(QStringLiteral("(leer - ohne Vorlage)"),
+                             base.filePath(QStringLiteral("neu/Leer")));
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordDocNew"), Qt::LeftButton);
+        const QString blank = base.filePath(QStringLiteral("neu/Leer.docm"));
+        QCOMPARE(events_.size(), 2u);
+        QCOMPARE(events_[0], std::pair(WindowEvent::OpenWordDoc, blank.toStdString()));
+        QCOMPARE(events_[1].first, WindowEvent::ESQRgo);
+        QCOMPARE(formText(blank), std::string("\r"));
+
+        // Cancelled in the list: no save dialog, no form, no event.
+        events_.clear();
+        QTimer::singleShot(
+            0, [] { QApplication::activeModalWidget()->findChild<QPushButton*>("btnCancel")->click(); });
+        QTest::mouseClick(find<QPushButton>(*window, "btnWordDocNew"), Qt::LeftButton);
+        QVERIFY(events_.empty());
+        QVERIFY(boxes_.isEmpty());
+        qputenv("TARVELL_DEBUG", debugBefore);
     }
 
     void closingRaisesQuit() {

@@ -135,6 +135,12 @@ void DocxDocument::SaveAs2(const std::string& fileName) {
     path_ = target;
 }
 
+void DocxDocument::SaveCopyAs(const std::string& fileName) {
+    check();
+    refreshFallbacks();
+    package_->save(fileName);
+}
+
 // Text boxes stored twice: the copy that other programs read follows the edited one.
 void DocxDocument::refreshFallbacks() {
     for (auto* story : stories_->all()) {
@@ -187,8 +193,7 @@ std::string DocxDocument::temporaryCopy(const std::string& folder) {
     check();
     const auto extension = package_->isMacroEnabled() ? ".docm" : ".docx";
     const auto copy = (fs::path(folder) / (fs::path(path_).stem().string() + extension)).string();
-    refreshFallbacks();
-    package_->save(copy);
+    SaveCopyAs(copy);
     return copy;
 }
 

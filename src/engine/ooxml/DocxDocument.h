@@ -45,6 +45,7 @@ public:
     void Select() override;
     void Save() override;
     void SaveAs2(const std::string& fileName) override;
+    void SaveCopyAs(const std::string& fileName) override;
     void Close(std::optional<int> saveChanges = std::nullopt) override;
     void ExportAsFixedFormat(const std::string& outputFileName, int exportFormat,
                              bool useISO19005_1 = false) override;

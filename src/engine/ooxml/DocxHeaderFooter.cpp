@@ -11,15 +11,24 @@ DocxHeaderFooter::DocxHeaderFooter(std::shared_ptr<DocxDocument> document, int s
                                    int index)
     : document_(std::move(document)), section_(section), header_(header), index_(index) {}
 
-Story* DocxHeaderFooter::story() const {
+const std::string& DocxHeaderFooter::partIn(int section) const {
     document_->check();
     const auto& sections = document_->sections();
-    if (section_ < 1 || section_ > static_cast<int>(sections.size())) {
+    if (section < 1 || section > static_cast<int>(sections.size())) {
         throw AutomationError("Der Abschnitt ist nicht mehr vorhanden.");
     }
-    const auto& parts = sections[section_ - 1];
-    const auto& part = (header_ ? parts.headers : parts.footers)[index_ - 1];
+    const auto& parts = sections[section - 1];
+    return (header_ ? parts.headers : parts.footers)[index_ - 1];
+}
+
+Story* DocxHeaderFooter::story() const {
+    const auto& part = partIn(section_);
     return part.empty() ? nullptr : document_->stories().part(part);
+}
+
+bool DocxHeaderFooter::LinkToPrevious() const {
+    // A section that does not define this type shows the part of the section before.
+    return section_ > 1 && partIn(section_) == partIn(section_ - 1);
 }
 
 bool DocxHeaderFooter::Exists() const {

@@ -17,10 +17,13 @@ public:
     DocxHeaderFooter(std::shared_ptr<DocxDocument> document, int section, bool header, int index);
     int Index() const override { return index_; }
     bool Exists() const override;
+    bool LinkToPrevious() const override;
     word::RangePtr Range() override;
     word::ShapesPtr Shapes() override;
 
 private:
+    // The part this header or footer shows in a section (1-based), "" when there is none.
+    const std::string& partIn(int section) const;
     Story* story() const;
 
     std::shared_ptr<DocxDocument> document_;

@@ -127,4 +127,11 @@ void DocxRange::Select() {
     selection.field = selection.part == FieldPart::None ? pugi::xml_node() : span.field;
 }
 
+void DocxRange::SetRange(long start, long end) {
+    current();
+    const long length = story_ ? story_->length() : 0;
+    const long from = std::clamp(start, 0L, length);
+    span_ = Span{from, std::clamp(end, from, length)};
+}
+
 } // namespace wordbm::ooxml

@@ -28,6 +28,7 @@ public:
     word::BookmarksPtr Bookmarks() override;
     word::FontPtr Font() override;
     void Select() override;
+    void SetRange(long start, long end) override;
 
     Story* story() const { return story_; }
     // The span as it stands now: field-tied spans are looked up again, offsets kept within the story.

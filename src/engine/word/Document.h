@@ -29,6 +29,9 @@ public:
     // Both write the whole package atomically; SaveAs2 makes the new file this document's file.
     virtual void Save() = 0;
     virtual void SaveAs2(const std::string& fileName) = 0;
+    // Writes the current state to another file, as Office's SaveCopyAs: the document keeps its own
+    // file and its saved state.
+    virtual void SaveCopyAs(const std::string& fileName) = 0;
     virtual void Close(std::optional<int> saveChanges = std::nullopt) = 0;
 
     // wdExportFormatPDF (17); with useISO19005_1 a PDF/A-1 file. Written atomically.

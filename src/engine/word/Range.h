@@ -28,6 +28,8 @@ public:
     virtual FontPtr Font() = 0;
 
     virtual void Select() = 0;
+    // Makes the range (start, end) of its own story, kept within the story.
+    virtual void SetRange(long start, long end) = 0;
 };
 
 } // namespace wordbm::word

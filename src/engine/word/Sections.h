@@ -33,6 +33,8 @@ public:
     virtual ~HeaderFooter() = default;
     virtual int Index() const = 0;
     virtual bool Exists() const = 0;
+    // The section shows the one of the section before (always false for the first section).
+    virtual bool LinkToPrevious() const = 0;
     virtual RangePtr Range() = 0;   // empty when it does not exist
     virtual ShapesPtr Shapes() = 0; // as in Word: the shapes of all headers and footers of the document
 };

@@ -1,0 +1,74 @@
+#include "engine/FormStories.h"
+
+#include "engine/word/Document.h"
+#include "engine/word/Range.h"
+#include "engine/word/Sections.h"
+#include "engine/word/Shapes.h"
+#include "engine/word/WordConstants.h"
+
+#include <array>
+#include <exception>
+
+namespace wordbm {
+
+namespace {
+
+// By Word's index: primary, first page, even pages.
+constexpr std::array<const char*, 3> PageKinds = {"", " erste Seite", " gerade Seiten"};
+
+void addHeadersFooters(std::vector<FormStory>& stories, const word::HeadersFootersPtr& parts,
+                       const char* kind, int section) {
+    for (int i = 1; i <= parts->Count(); ++i) {
+        try {
+            const auto part = parts->Item(i);
+            if (part->Exists() && !part->LinkToPrevious()) {
+                stories.push_back({std::string(kind) + PageKinds[static_cast<std::size_t>(i - 1)] +
+                                       " (Abschnitt " + std::to_string(section) + ")",
+                                   part->Range()});
+            }
+        } catch (const std::exception&) {
+        }
+    }
+}
+
+void addTextBox(std::vector<FormStory>& stories, const word::ShapePtr& shape, const std::string& where) {
+    try {
+        if (shape->Type() == word::wd::msoCanvas) {
+            const auto items = shape->CanvasItems();
+            for (int i = 1; i <= items->Count(); ++i) {
+                addTextBox(stories, items->Item(i), where);
+            }
+            return;
+        }
+        stories.push_back({"Textfeld " + shape->Name() + where, shape->TextFrame()->TextRange()});
+    } catch (const std::exception&) {
+        // A picture or a line: no text of its own.
+    }
+}
+
+void addTextBoxes(std::vector<FormStory>& stories, const word::ShapesPtr& shapes, const std::string& where) {
+    for (int i = 1; i <= shapes->Count(); ++i) {
+        addTextBox(stories, shapes->Item(i), where);
+    }
+}
+
+} // namespace
+
+std::vector<FormStory> FormStories::list(word::Document& doc) {
+    std::vector<FormStory> stories{{"", doc.Content()}};
+    const auto sections = doc.Sections();
+    for (int s = 1; s <= sections->Count(); ++s) {
+        const auto section = sections->Item(s);
+        addHeadersFooters(stories, section->Headers(), "Kopfzeile", s);
+        addHeadersFooters(stories, section->Footers(), "Fusszeile", s);
+    }
+    addTextBoxes(stories, doc.Shapes(), "");
+    if (sections->Count() > 0) {
+        // Any header's shapes are those of all headers and footers.
+        addTextBoxes(stories, sections->Item(1)->Headers()->Item(word::wd::wdHeaderFooterPrimary)->Shapes(),
+                     " (Kopf- und Fusszeilen)");
+    }
+    return stories;
+}
+
+} // namespace wordbm

@@ -1,0 +1,109 @@
+#include "ui/PagePreview.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPdfDocument>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTemporaryDir>
+#include <QVBoxLayout>
+
+namespace wordbm {
+
+PagePreview::PagePreview(QWidget* parent) : QWidget(parent) {
+    cbxPreview_ = new QComboBox(this);
+    cbxPreview_->setObjectName(QStringLiteral("cbxPreview"));
+    cbxPreview_->addItem(QStringLiteral("Formular"), static_cast<int>(Source::Form));
+    cbxPreview_->addItem(QStringLiteral("Rechnung 1"), static_cast<int>(Source::Invoice));
+    cbxPreview_->setToolTip(QStringLiteral("Das Formular oder die erste Rechnung der Rechnungs-Steuerdatei"));
+    auto* btnPreview = new QPushButton(QStringLiteral("Vorschau aktualisieren"), this);
+    btnPreview->setObjectName(QStringLiteral("btnPreview"));
+    btnPreview->setToolTip(QStringLiteral("Seite 1 darstellen"));
+    lblPreview_ = new QLabel(QStringLiteral("Keine Vorschau"), this);
+    lblPreview_->setObjectName(QStringLiteral("lblPreview"));
+    lblPreview_->setAlignment(Qt::AlignCenter);
+    scroll_ = new QScrollArea(this);
+    scroll_->setWidget(lblPreview_);
+    scroll_->setWidgetResizable(true);
+    // A page as wide as the view is always taller than it.
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    pdf_ = new QPdfDocument(this);
+
+    auto* controls = new QHBoxLayout;
+    controls->addWidget(cbxPreview_);
+    controls->addWidget(btnPreview);
+    controls->addStretch();
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(controls);
+    layout->addWidget(scroll_, 1);
+
+    connect(btnPreview, &QPushButton::clicked, this, [this] { render(); });
+    connect(cbxPreview_, &QComboBox::activated, this, [this] { render(); });
+}
+
+PagePreview::~PagePreview() {
+    // The document lets go of its file before the folder goes.
+    pdf_->close();
+}
+
+void PagePreview::setExport(Source source, Export write) {
+    (source == Source::Form ? form_ : invoice_) = std::move(write);
+}
+
+void PagePreview::choose(Source source) {
+    cbxPreview_->setCurrentIndex(cbxPreview_->findData(static_cast<int>(source)));
+    render();
+}
+
+PagePreview::Source PagePreview::chosen() const {
+    return static_cast<Source>(cbxPreview_->currentData().toInt());
+}
+
+void PagePreview::showReason(const QString& reason) {
+    pdf_->close();
+    folder_.reset();
+    lblPreview_->setPixmap({});
+    lblPreview_->setText(reason);
+}
+
+bool PagePreview::render() {
+    const Export& write = chosen() == Source::Form ? form_ : invoice_;
+    folder_ = std::make_unique<QTemporaryDir>();
+    const QString pdf = folder_->filePath(QStringLiteral("vorschau.pdf"));
+    const std::string failure = write ? write(pdf.toStdString()) : std::string("nicht verfügbar");
+    if (!failure.empty()) {
+        showReason(QStringLiteral("Keine Vorschau: ") + QString::fromStdString(failure));
+        return false;
+    }
+    if (pdf_->load(pdf) != QPdfDocument::Error::None || pdf_->pageCount() < 1) {
+        showReason(QStringLiteral("Keine Vorschau: die PDF-Datei ist nicht lesbar"));
+        return false;
+    }
+    return showPage();
+}
+
+bool PagePreview::showPage() {
+    const QSizeF points = pdf_->pagePointSize(0);
+    const int width = scroll_->viewport()->width();
+    if (points.isEmpty() || width <= 0) {
+        return false;
+    }
+    // Sharp on screens with more pixels per point, too.
+    const qreal ratio = devicePixelRatioF();
+    QImage page = pdf_->render(0, (points * (width * ratio / points.width())).toSize());
+    page.setDevicePixelRatio(ratio);
+    lblPreview_->setText({});
+    lblPreview_->setPixmap(QPixmap::fromImage(page));
+    return !page.isNull();
+}
+
+void PagePreview::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (pdf_->pageCount() > 0) {
+        showPage();
+    }
+}
+
+} // namespace wordbm

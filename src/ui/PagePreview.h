@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <string>
+
+class QComboBox;
+class QLabel;
+class QPdfDocument;
+class QScrollArea;
+class QTemporaryDir;
+
+namespace wordbm {
+
+// Page 1 as the printer would show it, rendered by the office worker: of the working form as it
+// stands, or of invoice 1, the form filled from the first invoice row of the control file.
+class PagePreview : public QWidget {
+    Q_OBJECT
+public:
+    enum class Source { Form, Invoice };
+    // Writes the PDF of a source to the path given; "" when written, else why not.
+    using Export = std::function<std::string(const std::string& pdfPath)>;
+
+    explicit PagePreview(QWidget* parent = nullptr);
+    ~PagePreview() override;
+
+    void setExport(Source source, Export write);
+    // Chooses what is shown (cbxPreview) and renders it.
+    void choose(Source source);
+    // Renders the chosen source; false (the reason shown instead) when there is nothing to show.
+    bool render();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    Source chosen() const;
+    void showReason(const QString& reason);
+    // Draws page 1 as wide as the preview is, so that a line of the page is read without scrolling.
+    bool showPage();
+
+    QComboBox* cbxPreview_ = nullptr;
+    QLabel* lblPreview_ = nullptr;
+    QScrollArea* scroll_ = nullptr;
+    // The PDF shown, kept while it is shown so that a wider window draws it anew.
+    std::unique_ptr<QTemporaryDir> folder_;
+    QPdfDocument* pdf_ = nullptr;
+    Export form_;
+    Export invoice_;
+};
+
+} // namespace wordbm

@@ -1,0 +1,114 @@
+#include "DialogTestHelper.h"
+#include "app/MemorySettingsStore.h"
+#include "engine/WordBM.h"
+#include "engine/word/Document.h"
+#include "engine/word/Range.h"
+#include "ui/DesktopSession.h"
+#include "ui/PagePreview.h"
+#include "ui/frmWordBM.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QPdfDocument>
+#include <QPdfSelection>
+#include <QTemporaryDir>
+#include <QtTest>
+
+// The preview of invoice 1 on the real engine and office worker: the sample form filled from the
+// first row the merge run would make an invoice of, while the working form stays as it was.
+class InvoicePreviewTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir home_;
+
+    static QString sample(const char* name) {
+        return QStringLiteral(WORDBM_SOURCE_DIR "/examples/") + QString::fromLatin1(name);
+    }
+
+    static QByteArray bytesOf(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    // The sample control file with no invoice date in its first row, so that invoice 1 is row 2's.
+    // Returns that row's fields.
+    QList<QByteArray> controlFileFromRowTwo(const QString& path) {
+        QList<QByteArray> lines = bytesOf(sample("Rechnungslauf.csv")).split('\n');
+        const QList<QByteArray> header = lines[0].trimmed().split(';');
+        QList<QByteArray> first = lines[1].split(';');
+        first[header.indexOf("RgDatum")].clear();
+        lines[1] = first.join(';');
+        QFile out(path);
+        if (!out.open(QIODevice::WriteOnly)) {
+            return {};
+        }
+        out.write(lines.join('\n'));
+        return lines[2].trimmed().split(';');
+    }
+
+    static QImage shown(wordbm::frmWordBM& window) {
+        return window.findChild<QLabel*>(QStringLiteral("lblPreview"))->pixmap().toImage();
+    }
+
+private slots:
+    void initTestCase() { QVERIFY(wordbm::dialogtest::useOwnHome(home_)); }
+
+    void invoiceOneIsTheFormFilledFromTheFirstInvoiceRow() {
+        const QString csv = home_.filePath(QStringLiteral("Lauf.csv"));
+        const QList<QByteArray> rowTwo = controlFileFromRowTwo(csv);
+        const QList<QByteArray> header =
+            bytesOf(sample("Rechnungslauf.csv")).split('\n')[0].trimmed().split(';');
+        QVERIFY(!rowTwo.isEmpty());
+        const QString form = home_.filePath(QStringLiteral("Rechnung.docx"));
+        QVERIFY(QFile::copy(sample("Rechnung.docx"), form));
+
+        wordbm::DesktopSession session(std::make_shared<wordbm::MemorySettingsStore>());
+        session.ui().answerBox = [](const std::string&, int buttons, const std::string&) {
+            return buttons == wordbm::msgbox::YesNo || buttons == wordbm::msgbox::YesNoCancel
+                       ? wordbm::msgbox::No
+                       : wordbm::msgbox::Ok;
+        };
+        auto& window = session.ui().window();
+        auto& engine = session.engine();
+        window.setCSVDoc(csv);
+        window.setWordDoc(form);
+        QVERIFY(engine.Doc());
+        const std::string formText = engine.Doc()->Content()->Text();
+        const QByteArray working = bytesOf(QString::fromStdString(engine.WordWork()));
+
+        window.preview().choose(wordbm::PagePreview::Source::Form);
+        const QImage formPage = shown(window);
+        window.preview().choose(wordbm::PagePreview::Source::Invoice);
+        const QImage invoicePage = shown(window);
+        QVERIFY(!formPage.isNull());
+        QVERIFY(!invoicePage.isNull());
+        QVERIFY(formPage != invoicePage);
+
+        // What the preview shows: the PDF of the filled copy holds row 2's values, no placeholders.
+        QTemporaryDir out;
+        const QString pdf = out.filePath(QStringLiteral("vorschau.pdf"));
+        QCOMPARE(engine.InvoicePreview(pdf.toStdString()), std::string());
+        QPdfDocument document;
+        QCOMPARE(document.load(pdf), QPdfDocument::Error::None);
+        const QString text = document.getAllText(0).text();
+        for (const char* field : {"KliAdr1", "RgNummer", "KliKonto", "KliTot2"}) {
+            const QString value = QString::fromLatin1(rowTwo[header.indexOf(field)]).trimmed();
+            QVERIFY2(text.contains(value), qPrintable(QStringLiteral("%1 = %2").arg(field, value)));
+        }
+        QVERIFY(!text.contains(QStringLiteral("[KliAdr1]")));
+
+        // The working form is as it was, in the engine and on disk; the user's form was never written.
+        QCOMPARE(engine.Doc()->Content()->Text(), formText);
+        QCOMPARE(bytesOf(QString::fromStdString(engine.WordWork())), working);
+        QCOMPARE(bytesOf(form), bytesOf(sample("Rechnung.docx")));
+
+        // Without a control file there is no invoice 1, and the preview says so.
+        window.setCSVDoc({});
+        QVERIFY(!window.renderPreview());
+        QCOMPARE(window.findChild<QLabel*>(QStringLiteral("lblPreview"))->text(),
+                 QStringLiteral("Keine Vorschau: Keine Rechnung in der Rechnungs-Steuerdatei"));
+    }
+};
+
+QTEST_MAIN(InvoicePreviewTest)
+#include "InvoicePreviewTest.moc"
