@@ -221,6 +221,25 @@ bool WordBM::copyBack(const std::string& kind, const std::string& original, cons
     return true;
 }
 
+bool WordBM::WorkingFormSave() {
+    if (!doc_ || wordWork_.empty()) {
+        return true;
+    }
+    try {
+        // After a merge run without closing, an invoice may be the active document; it is no
+        // business of this save.
+        if (doc_->Saved() || nativePath(doc_->FullName()) != nativePath(wordWork_)) {
+            return true;
+        }
+        doc_->Save();
+        return true;
+    } catch (const std::exception& failure) {
+        MyMsgBox(std::string(failure.what()) + CrLf + "Das Word-Rechnungsformular wurde nicht gespeichert!",
+                 msgbox::Stop, "Word-Rechnungsformular");
+        return false;
+    }
+}
+
 void WordBM::WordDocClose() {
     const std::string original = wordDoc_;
     const std::string working = wordWork_;

@@ -88,6 +88,10 @@ public:
     bool mfWBM_Quit(bool force = false);
     // Copies a working file back over its original after two confirmations.
     bool mfWBM_WordCopy(const std::string& original, const std::string& working);
+    // Saves the working form when it has changes not yet saved; false (after a message) when the
+    // save fails. Where the program itself is the word processor, nothing else would save it, and
+    // the merge run and the copy-back both read the working form from its file.
+    bool WorkingFormSave();
     bool mfWBM_CSVCopy(const std::string& original, const std::string& working);
     // Saves and closes the working form, ends the session and offers the copy-back.
     void WordDocClose();

@@ -21,6 +21,14 @@ DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
             window.setTemplate(QString::fromStdString(engine_.Template()));
         }
     };
+    // No word processor shows the form here, so no one else could save it: each command's changes
+    // go into the working copy at once, and the merge run and the copy-back see what the window
+    // shows. The original is written only by the copy-back.
+    ui_.afterCommand = [this](WindowEvent event) {
+        if (event != WindowEvent::Quit) {
+            engine_.WorkingFormSave();
+        }
+    };
     window.templateChanged = [this](const std::string& mask) { engine_.Template(mask); };
     window.preview().setExport(PagePreview::Source::Invoice,
                                [this](const std::string& pdf) { return engine_.InvoicePreview(pdf); });

@@ -45,6 +45,9 @@ void QtUserInterface::raise(WindowEvent event, const std::string& argument) {
         // The form view follows every command; the timer's check changes nothing, and rebuilding
         // the view on each tick would throw away where the person clicked.
         if (next != WindowEvent::Timer) {
+            if (afterCommand) {
+                afterCommand(next);
+            }
             window_->refreshForm();
         }
     }

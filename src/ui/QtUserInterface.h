@@ -32,6 +32,8 @@ public:
     void options(OptionsPort* options);
     // Answers the boxes instead of a person when set (tests); gets text, buttons and title.
     std::function<int(const std::string&, int, const std::string&)> answerBox;
+    // Runs after the engine has handled a command of the window (not the timer's check).
+    std::function<void(WindowEvent)> afterCommand;
 
     int messageBox(const std::string& text, int buttons, const std::string& title) override;
     std::string mainWindowCaption() const override;

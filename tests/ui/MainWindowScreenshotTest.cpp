@@ -5,6 +5,7 @@
 #include "engine/word/Application.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
+#include "engine/word/Documents.h"
 #include "engine/word/Range.h"
 #include "engine/word/Selection.h"
 #include "engine/word/Shapes.h"
@@ -85,6 +86,9 @@ class MainWindowScreenshotTest : public QObject {
         window.findChild<QPushButton*>(QStringLiteral("btnInsert"))->click();
         QCOMPARE(engine.Doc()->Bookmarks()->Count(), bookmarks + 1);
         QVERIFY(form->toPlainText().mid(at).startsWith(QStringLiteral("[KliName]Kundenkonto")));
+        // Nothing else saves the working copy here; the command's change is in its file at once.
+        QVERIFY(engine.Doc()->Saved());
+        QCOMPARE(savedBookmarks(engine.WordWork()).size(), std::size_t(bookmarks + 1));
         save(window, QStringLiteral("main-window-inserted.png"));
 
         // Page 1 of the working form as the office worker renders it, the new bookmark included.
@@ -171,6 +175,25 @@ class MainWindowScreenshotTest : public QObject {
         const QFileInfo formInfo(original.fileName());
         const QStringList pdfs = formInfo.dir().entryList({QStringLiteral("*.pdf")}, QDir::Files);
         QCOMPARE(pdfs.size(), qsizetype(engine.MergeResult().total));
+        // Every invoice, not only the first, carries the bookmark inserted in the window.
+        const QStringList invoices =
+            formInfo.dir().entryList({QStringLiteral("*-Rechnung.docx")}, QDir::Files);
+        QCOMPARE(invoices.size(), pdfs.size());
+        for (const QString& invoice : invoices) {
+            const auto names = savedBookmarks(formInfo.dir().filePath(invoice).toStdString());
+            QVERIFY2(std::any_of(names.begin(), names.end(),
+                                 [](const std::string& name) { return name.rfind("kdx6_KliName_", 0) == 0; }),
+                     qPrintable(invoice));
+        }
+    }
+
+    static std::vector<std::string> savedBookmarks(const std::string& path) {
+        const auto document = wordbm::ooxml::DocxApplication::create()->Documents()->Open(path);
+        std::vector<std::string> names;
+        for (int i = 1; i <= document->Bookmarks()->Count(); ++i) {
+            names.push_back(document->Bookmarks()->Item(i)->Name());
+        }
+        return names;
     }
 
 private slots:
