@@ -75,9 +75,13 @@ frmFileOpen::frmFileOpen(QWidget* parent)
     SetDefault();
 }
 
-std::optional<std::string> frmFileOpen::pick(QWidget* parent, Kind kind, const std::string& file) {
+std::optional<std::string> frmFileOpen::pick(QWidget* parent, Kind kind, const std::string& file,
+                                             const QString& caption) {
     frmFileOpen dialog(parent);
     dialog.setKind(kind);
+    if (!caption.isEmpty()) {
+        dialog.setCaption(caption, dialog.patterns());
+    }
     dialog.setFile(QString::fromStdString(file));
     if (dialog.exec() != QDialog::Accepted) {
         return std::nullopt;

@@ -19,8 +19,10 @@ public:
     explicit frmFileOpen(QWidget* parent = nullptr);
 
     // Shows the dialog modally for one kind with `file` in the field; the field after btnDone,
-    // nullopt when the dialog was closed any other way.
-    static std::optional<std::string> pick(QWidget* parent, Kind kind, const std::string& file = {});
+    // nullopt when the dialog was closed any other way. A caption, when given, names the file in
+    // place of the kind's own ("Word-Rechnungsformular" rather than "Word Datei").
+    static std::optional<std::string> pick(QWidget* parent, Kind kind, const std::string& file = {},
+                                           const QString& caption = {});
 
     // The kinds: lblFile caption and pattern list ("*.docx;*.docm").
     void SetDefault();

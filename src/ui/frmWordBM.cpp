@@ -476,15 +476,16 @@ bool frmWordBM::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmWordBM::chooseWordDoc() {
-    const QString path = QFileDialog::getOpenFileName(
-        this, WordCaption, txtWordDoc_->text(), QStringLiteral("Word-Rechnungsformulare (*.docx *.docm)"));
-    if (!path.isEmpty()) {
-        setWordDoc(path);
+    if (const auto path =
+            frmFileOpen::pick(this, frmFileOpen::Kind::Word, txtWordDoc_->text().toStdString(), WordCaption);
+        path && !path->empty()) {
+        setWordDoc(fromStd(*path));
     }
 }
 
 void frmWordBM::chooseCSVDoc() {
-    if (const auto path = frmFileOpen::pick(this, frmFileOpen::Kind::CSV, txtCSVDoc_->text().toStdString());
+    if (const auto path =
+            frmFileOpen::pick(this, frmFileOpen::Kind::CSV, txtCSVDoc_->text().toStdString(), CSVCaption);
         path && !path->empty()) {
         setCSVDoc(fromStd(*path));
     }
