@@ -38,10 +38,6 @@ struct Analysis {
     int knownPlaces = 0;
 };
 
-bool named(pugi::xml_node node, const char* name) {
-    return std::string_view(node.name()) == name;
-}
-
 bool hasText(pugi::xml_node content) {
     for (const auto& t : content.select_nodes(".//w:t")) {
         if (*t.node().text().get() != '\0') {
@@ -55,48 +51,33 @@ bool hasText(pugi::xml_node content) {
 // placed absolutely. Inline shapes, groups, canvases and the Fallback copies hold no text frame.
 std::vector<pugi::xml_node> floatingTextBoxes(pugi::xml_node story) {
     std::vector<pugi::xml_node> boxes;
-    const std::function<void(pugi::xml_node)> visit = [&](pugi::xml_node node) {
-        for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
-            if (named(child, "mc:Fallback") || named(child, "w:object") || named(child, "wp:inline")) {
-                continue;
-            }
-            if (named(child, "wp:anchor")) {
-                boxes.push_back(
-                    child.first_element_by_path("a:graphic/a:graphicData/wps:wsp/wps:txbx/w:txbxContent"));
-                continue;
-            }
-            if (named(child, "w:pict")) {
-                for (const pugi::xml_node shape : child.children()) {
-                    const std::string style = shape.attribute("style").value();
-                    if (std::regex_search(style, std::regex("position:\\s*absolute"))) {
-                        boxes.push_back(shape.first_element_by_path("v:textbox/w:txbxContent"));
-                    }
+    forEachElement(story, [&boxes](pugi::xml_node node) {
+        if (named(node, "wp:anchor")) {
+            boxes.push_back(
+                node.first_element_by_path("a:graphic/a:graphicData/wps:wsp/wps:txbx/w:txbxContent"));
+        } else if (named(node, "w:pict")) {
+            for (const pugi::xml_node shape : node.children()) {
+                if (std::regex_search(shape.attribute("style").value(),
+                                      std::regex("position:\\s*absolute"))) {
+                    boxes.push_back(shape.first_element_by_path("v:textbox/w:txbxContent"));
                 }
-                continue;
             }
-            visit(child);
         }
-    };
-    visit(story);
+        return !named(node, "wp:anchor") && !named(node, "w:pict") && !named(node, "w:object") &&
+               !named(node, "wp:inline");
+    });
     std::erase_if(boxes, [](pugi::xml_node box) { return !box || !hasText(box); });
     return boxes;
 }
 
 std::vector<pugi::xml_node> sectionProperties(pugi::xml_node body) {
     std::vector<pugi::xml_node> sections;
-    const std::function<void(pugi::xml_node)> visit = [&](pugi::xml_node node) {
-        for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
-            if (named(child, "mc:Fallback") || named(child, "w:pPrChange")) {
-                continue;
-            }
-            if (named(child, "w:sectPr")) {
-                sections.push_back(child);
-                continue;
-            }
-            visit(child);
+    forEachElement(body, [&sections](pugi::xml_node node) {
+        if (named(node, "w:sectPr")) {
+            sections.push_back(node);
         }
-    };
-    visit(body);
+        return !named(node, "w:sectPr") && !named(node, "w:pPrChange");
+    });
     return sections;
 }
 

@@ -33,11 +33,19 @@ std::string readEntry(zip_t* archive, zip_uint64_t index) {
     return bytes;
 }
 
+} // namespace
+
 bool named(pugi::xml_node node, const char* name) {
     return std::string_view(node.name()) == name;
 }
 
-} // namespace
+void forEachElement(pugi::xml_node scope, const std::function<bool(pugi::xml_node)>& enter) {
+    for (pugi::xml_node child = scope.first_child(); child; child = child.next_sibling()) {
+        if (child.type() == pugi::node_element && !named(child, "mc:Fallback") && enter(child)) {
+            forEachElement(child, enter);
+        }
+    }
+}
 
 CorpusXml::CorpusXml(const fs::path& docx) : source_(docx) {
     int error = 0;
@@ -177,18 +185,12 @@ std::vector<XmlField> fieldsIn(pugi::xml_node scope, bool ownStoryOnly) {
 
 std::vector<std::string> bookmarksIn(pugi::xml_node scope) {
     std::vector<std::string> names;
-    const std::function<void(pugi::xml_node)> visit = [&](pugi::xml_node node) {
-        for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
-            if (named(child, "mc:Fallback")) {
-                continue;
-            }
-            if (named(child, "w:bookmarkStart")) {
-                names.emplace_back(child.attribute("w:name").value());
-            }
-            visit(child);
+    forEachElement(scope, [&names](pugi::xml_node node) {
+        if (named(node, "w:bookmarkStart")) {
+            names.emplace_back(node.attribute("w:name").value());
         }
-    };
-    visit(scope);
+        return true;
+    });
     return names;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <pugixml.hpp>
@@ -47,6 +48,12 @@ struct XmlField {
 // not. Drawings stored twice are read once (the mc:Fallback copy is passed over); with
 // ownStoryOnly the text of text boxes, which are stories of their own, is passed over too.
 std::vector<XmlField> fieldsIn(pugi::xml_node scope, bool ownStoryOnly);
+
+// Calls enter for every element under scope in document order, except inside mc:Fallback (the
+// second copy of a drawing stored twice); enter returns false to pass over an element's children.
+void forEachElement(pugi::xml_node scope, const std::function<bool(pugi::xml_node)>& enter);
+
+bool named(pugi::xml_node node, const char* name);
 
 // Names of the bookmarks that start under scope, Fallback copies passed over.
 std::vector<std::string> bookmarksIn(pugi::xml_node scope);
