@@ -1,7 +1,7 @@
 #include "app/BatchSlip.h"
 
-#include "engine/TerminalUserInterface.h"
-#include "engine/modESQR.h"
+#include "app/TerminalUserInterface.h"
+#include "engine/slip/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"

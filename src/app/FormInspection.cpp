@@ -1,7 +1,7 @@
 #include "app/FormInspection.h"
 
 #include "data/MergeFieldName.h"
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/StoryListing.h"

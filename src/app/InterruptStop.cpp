@@ -1,6 +1,6 @@
 #include "app/InterruptStop.h"
 
-#include "engine/TerminalUserInterface.h"
+#include "app/TerminalUserInterface.h"
 
 #include <atomic>
 

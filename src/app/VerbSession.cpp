@@ -1,7 +1,7 @@
 #include "app/VerbSession.h"
 
-#include "app/IniSettingsStore.h"
-#include "engine/modESQR.h"
+#include "settings/IniSettingsStore.h"
+#include "engine/slip/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "support/FileOps.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/Opt.h"
-#include "app/OptOptions.h"
-#include "engine/TerminalUserInterface.h"
+#include "settings/Opt.h"
+#include "settings/OptOptions.h"
+#include "app/TerminalUserInterface.h"
 #include "engine/WordBM.h"
 
 #include <iosfwd>

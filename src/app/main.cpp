@@ -3,7 +3,7 @@
 #include "app/ClassicCommand.h"
 #include "app/EngineVerbs.h"
 #include "app/FormInspection.h"
-#include "app/IniSettingsStore.h"
+#include "settings/IniSettingsStore.h"
 #include "app/Version.h"
 #include "ui/DesktopSession.h"
 

@@ -1,7 +1,7 @@
 #include "engine/WordBM.h"
 
-#include "engine/AutomationError.h"
-#include "engine/UserInterfaceTemplateEditor.h"
+#include "engine/word/AutomationError.h"
+#include "engine/ports/UserInterfaceTemplateEditor.h"
 #include "engine/WorkingCopy.h"
 #include "engine/word/Application.h"
 #include "engine/word/Bookmarks.h"

@@ -1,6 +1,6 @@
 // The merge run and the file-name test of the engine.
-#include "engine/BookmarkFiller.h"
-#include "engine/MergeRun.h"
+#include "engine/merge/BookmarkFiller.h"
+#include "engine/merge/MergeRun.h"
 #include "engine/WordBM.h"
 #include "engine/word/Application.h"
 #include "engine/word/Document.h"

@@ -1,6 +1,6 @@
 #include "ui/DesktopSession.h"
 
-#include "engine/modESQR.h"
+#include "engine/slip/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"

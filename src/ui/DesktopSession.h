@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/Opt.h"
-#include "app/OptOptions.h"
-#include "app/SettingsStore.h"
+#include "settings/Opt.h"
+#include "settings/OptOptions.h"
+#include "settings/SettingsStore.h"
 #include "engine/WordBM.h"
 #include "ui/QtUserInterface.h"
 

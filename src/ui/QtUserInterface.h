@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/UserInterface.h"
+#include "engine/ports/UserInterface.h"
 #include "engine/word/Forward.h"
 
 #include <QPointer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/SlipChoices.h"
+#include "engine/ports/SlipChoices.h"
 
 #include <QDialog>
 #include <array>

@@ -1,6 +1,6 @@
 #include "ui/frmFileNameTemplate.h"
 
-#include "engine/UserInterface.h"
+#include "engine/ports/UserInterface.h"
 #include "names/FileNameTemplate.h"
 
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/ResultList.h"
+#include "engine/ports/ResultList.h"
 
 #include <QDialog>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "ui/frmMerge.h"
 
 #include "data/TagList.h"
-#include "engine/OptionsPort.h"
+#include "engine/ports/OptionsPort.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/MergeChoices.h"
+#include "engine/ports/MergeChoices.h"
 
 #include <QDialog>
 #include <optional>

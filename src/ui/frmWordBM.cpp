@@ -1,6 +1,6 @@
 #include "ui/frmWordBM.h"
 
-#include "engine/OptionsPort.h"
+#include "engine/ports/OptionsPort.h"
 #include "engine/ooxml/NewForm.h"
 #include "engine/word/Document.h"
 #include "engine/word/WordConstants.h"

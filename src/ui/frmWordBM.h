@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engine/DocumentCounts.h"
-#include "engine/MainWindowSetup.h"
-#include "engine/WindowEvent.h"
+#include "engine/ports/DocumentCounts.h"
+#include "engine/ports/MainWindowSetup.h"
+#include "engine/ports/WindowEvent.h"
 #include "engine/word/Forward.h"
 #include "ui/FileManager.h"
 

@@ -3,7 +3,7 @@
 // section has three headers and three footers (a missing one is the previous section's), and a
 // header's Shapes are the floating shapes of all headers and footers of the document.
 #include "CorpusXml.h"
-#include "TempFolder.h"
+#include "kit/TempFolder.h"
 #include "app/EngineVerbs.h"
 #include "data/KnownFields.h"
 #include "data/MergeFieldName.h"

@@ -1,6 +1,6 @@
 #include "app/BatchCheck.h"
 
-#include "app/TempFolder.h"
+#include "kit/TempFolder.h"
 #include "support/Cp1252.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The batch verbs that run the engine: what they print, what they write and how they exit.
 #include "app/EngineVerbs.h"
 
-#include "TempFolder.h"
+#include "kit/TempFolder.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "FakeWord.h"
-#include "engine/OptionsPort.h"
-#include "engine/ScriptedUserInterface.h"
+#include "engine/ports/OptionsPort.h"
+#include "kit/ScriptedUserInterface.h"
 #include "engine/WordBM.h"
 
 #include <gtest/gtest.h>

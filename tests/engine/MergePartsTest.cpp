@@ -1,7 +1,7 @@
 // The merge run's small parts: names given out once, and the printer's turns.
-#include "engine/InvoiceMaker.h"
-#include "engine/OutputNames.h"
-#include "engine/PrintTurns.h"
+#include "engine/merge/InvoiceMaker.h"
+#include "engine/merge/OutputNames.h"
+#include "engine/merge/PrintTurns.h"
 
 #include <gtest/gtest.h>
 #include <mutex>

@@ -3,7 +3,7 @@
 #include "ControlFile.h"
 #include "EngineFixture.h"
 #include "data/KnownFields.h"
-#include "engine/modESQR.h"
+#include "engine/slip/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/Package.h"
 #include "engine/word/Bookmarks.h"

@@ -2,7 +2,7 @@
 // questions, its failure table and its result list.
 #include "ControlFile.h"
 #include "EngineFixture.h"
-#include "engine/SlipPort.h"
+#include "engine/ports/SlipPort.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/WordConstants.h"
 

@@ -1,6 +1,6 @@
 #include "support/FileOps.h"
 
-#include "TempDir.h"
+#include "kit/TempDir.h"
 
 #include <cerrno>
 #include <csignal>

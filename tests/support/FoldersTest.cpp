@@ -1,7 +1,7 @@
 #include "support/Folders.h"
 
-#include "EnvGuard.h"
-#include "TempDir.h"
+#include "kit/EnvGuard.h"
+#include "kit/TempDir.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,7 +1,7 @@
 // The dialogs' own behaviour: stored option text, dependent boxes, captions and counts, the mask
 // editor's inserts, the slip dialog's defaults and the file field's drop checks.
 #include "DialogTestHelper.h"
-#include "engine/UserInterface.h"
+#include "engine/ports/UserInterface.h"
 #include "ui/frmESQR.h"
 #include "ui/frmFileNameTemplate.h"
 #include "ui/frmFileOpen.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/OptionsPort.h"
+#include "engine/ports/OptionsPort.h"
 #include "names/FileNameTemplate.h"
 
 #include <QString>

@@ -1,5 +1,5 @@
 #include "DialogTestHelper.h"
-#include "app/MemorySettingsStore.h"
+#include "settings/MemorySettingsStore.h"
 #include "engine/WordBM.h"
 #include "engine/word/Document.h"
 #include "engine/word/Range.h"

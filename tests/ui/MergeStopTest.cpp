@@ -1,5 +1,5 @@
 #include "DialogTestHelper.h"
-#include "app/MemorySettingsStore.h"
+#include "settings/MemorySettingsStore.h"
 #include "engine/WordBM.h"
 #include "ui/DesktopSession.h"
 #include "ui/frmWordBM.h"

@@ -1,6 +1,6 @@
 #include "CupsPrinter.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "support/FileOps.h"
 
 #include <cstdlib>

@@ -5,7 +5,7 @@
 #include "WorkerProcess.h"
 #include "WorkerProgram.h"
 #include "WorkerProtocol.h"
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "support/FileOps.h"
 
 #include <algorithm>

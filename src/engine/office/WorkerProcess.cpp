@@ -1,7 +1,7 @@
 #include "WorkerProcess.h"
 
 #include "WorkerProtocol.h"
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,6 +1,6 @@
 #include "engine/ooxml/DocxBookmark.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxRange.h"
 

@@ -1,6 +1,6 @@
 #include "engine/ooxml/DocxDocument.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/office/CupsPrinter.h"
 #include "engine/office/OfficeConverter.h"
 #include "engine/ooxml/DocxBookmarks.h"

@@ -1,6 +1,6 @@
 #include "engine/ooxml/DocxDocuments.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/DocxDocument.h"
 

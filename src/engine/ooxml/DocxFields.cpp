@@ -1,6 +1,6 @@
 #include "engine/ooxml/DocxFields.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxField.h"
 #include "engine/ooxml/Story.h"

@@ -1,6 +1,6 @@
 #include "engine/ooxml/DocxShape.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxCanvasShapes.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxLineFormat.h"

@@ -1,6 +1,6 @@
 #include "engine/ooxml/DrawingCanvas.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DrawingNamespaces.h"
 #include "engine/ooxml/DrawingXml.h"
 #include "engine/ooxml/Emu.h"

@@ -1,6 +1,6 @@
 #include "engine/ooxml/MailMergeSettings.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/Package.h"
 #include "engine/ooxml/XmlTree.h"
 

@@ -1,6 +1,6 @@
 #include "engine/ooxml/MediaParts.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/Package.h"
 
 #include <algorithm>

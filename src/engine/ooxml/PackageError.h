@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 
 #include <string>
 #include <string_view>

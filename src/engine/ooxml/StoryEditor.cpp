@@ -1,6 +1,6 @@
 #include "engine/ooxml/StoryEditor.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/RunSplitter.h"
 #include "engine/ooxml/SchemaOrder.h"
 #include "engine/ooxml/TextWriter.h"

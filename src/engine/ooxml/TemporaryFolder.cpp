@@ -1,6 +1,6 @@
 #include "engine/ooxml/TemporaryFolder.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #include "engine/ooxml/TextWriter.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/RunSplitter.h"
 #include "engine/ooxml/Utf16.h"
 

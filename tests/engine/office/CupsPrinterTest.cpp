@@ -2,11 +2,11 @@
 // private cupsd, found again as PDFs in its output folder.
 #include "engine/office/CupsPrinter.h"
 
-#include "EnvGuard.h"
+#include "kit/EnvGuard.h"
 #include "ExternalProgram.h"
 #include "PrivateCupsd.h"
-#include "TempDir.h"
-#include "engine/AutomationError.h"
+#include "kit/TempDir.h"
+#include "engine/word/AutomationError.h"
 #include "support/FileOps.h"
 
 #include <exception>

@@ -2,10 +2,10 @@
 // out, the errors a user sees, and how the pool lives through killed, hung and worn workers.
 #include "engine/office/OfficeConverter.h"
 
-#include "EnvGuard.h"
+#include "kit/EnvGuard.h"
 #include "ExternalProgram.h"
-#include "TempDir.h"
-#include "engine/AutomationError.h"
+#include "kit/TempDir.h"
+#include "engine/word/AutomationError.h"
 #include "support/FileOps.h"
 
 #include <algorithm>

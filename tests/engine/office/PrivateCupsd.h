@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TempDir.h"
+#include "kit/TempDir.h"
 
 #include <chrono>
 #include <filesystem>

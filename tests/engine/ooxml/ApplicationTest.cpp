@@ -1,6 +1,6 @@
 #include "CorpusFiles.h"
 #include "HandmadeDocument.h"
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/TemporaryFolder.h"
 #include "engine/word/Bookmarks.h"

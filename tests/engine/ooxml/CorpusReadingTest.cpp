@@ -1,5 +1,5 @@
 #include "CorpusFiles.h"
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/Package.h"
 #include "engine/ooxml/StoryListing.h"

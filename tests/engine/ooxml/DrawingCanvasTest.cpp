@@ -1,7 +1,7 @@
 #include "engine/ooxml/DrawingCanvas.h"
 
 #include "PartXml.h"
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DrawingXml.h"
 #include "engine/ooxml/ShapeFinder.h"
 #include "engine/ooxml/VmlFallback.h"

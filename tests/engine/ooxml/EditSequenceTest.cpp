@@ -1,7 +1,7 @@
 #include "DocumentSnapshot.h"
 #include "StoryXml.h"
 #include "WordSession.h"
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/Package.h"
 #include "engine/word/TextLength.h"
 

@@ -1,5 +1,5 @@
 #include "WordSession.h"
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/office/WorkerProgram.h"
 #include "engine/ooxml/TemporaryFolder.h"
 

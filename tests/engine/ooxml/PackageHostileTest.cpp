@@ -1,4 +1,4 @@
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/Package.h"
 #include "ooxml/HandmadeZip.h"
 #include "support/FileOps.h"

@@ -1,6 +1,6 @@
 #include "engine/ooxml/Package.h"
 
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "ooxml/HandmadeZip.h"
 #include "support/FileOps.h"
 

@@ -1,7 +1,7 @@
 #include "engine/word/Selection.h"
 
 #include "HandmadeDocument.h"
-#include "engine/AutomationError.h"
+#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/TemporaryFolder.h"
 #include "engine/word/Bookmarks.h"

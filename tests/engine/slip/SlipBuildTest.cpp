@@ -1,6 +1,6 @@
 // Laying the slip into a form: canvases, boxes, headings, placeholders and their formatting.
 #include "SlipFixture.h"
-#include "engine/SlipLayout.h"
+#include "engine/slip/SlipLayout.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Font.h"

@@ -1,6 +1,6 @@
 // The engine's payment-slip command: the dialog's choices reach the builder, the person hears of it.
 #include "SlipFixture.h"
-#include "engine/OptionsPort.h"
+#include "engine/ports/OptionsPort.h"
 #include "engine/WordBM.h"
 #include "engine/word/Application.h"
 #include "engine/word/Document.h"

@@ -1,7 +1,7 @@
 // Filling the slip per invoice: brackets go, values come from the row, headings of empty values go,
 // the QR code is pasted, and an empty amount or debtor gets its corner marks in both parts.
 #include "SlipFixture.h"
-#include "engine/SlipLayout.h"
+#include "engine/slip/SlipLayout.h"
 
 #include <gmock/gmock.h>
 

@@ -2,8 +2,8 @@
 
 #include "data/CSVfile.h"
 #include "data/KnownFields.h"
-#include "engine/ScriptedUserInterface.h"
-#include "engine/modESQR.h"
+#include "kit/ScriptedUserInterface.h"
+#include "engine/slip/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/TemporaryFolder.h"
 #include "engine/word/Shapes.h"

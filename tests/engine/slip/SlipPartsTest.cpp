@@ -1,8 +1,8 @@
 // The slip's small parts: value writing, names, and the corner-mark pictures as committed.
-#include "engine/SlipCanvasName.h"
-#include "engine/SlipMarks.h"
-#include "engine/SlipValue.h"
-#include "engine/modESQR.h"
+#include "engine/slip/SlipCanvasName.h"
+#include "engine/slip/SlipMarks.h"
+#include "engine/slip/SlipValue.h"
+#include "engine/slip/modESQR.h"
 
 #include <array>
 #include <gtest/gtest.h>

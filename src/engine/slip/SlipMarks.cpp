@@ -1,0 +1,64 @@
+#include "engine/slip/SlipMarks.h"
+
+#include "engine/slip/SlipCanvasName.h"
+#include "engine/slip/SlipLayout.h"
+#include "engine/word/Document.h"
+#include "engine/word/Shapes.h"
+#include "support/ProgramFolder.h"
+
+namespace wordbm {
+
+namespace {
+
+// The canvases named with the current name, or, only when there is none, with the previous one.
+std::vector<word::ShapePtr> canvasesOf(word::Document& doc, std::string_view code) {
+    const word::ShapesPtr shapes = doc.Shapes();
+    for (const std::string& name : {SlipCanvasName::Current(code), SlipCanvasName::Previous(code)}) {
+        std::vector<word::ShapePtr> found;
+        for (int index = 1; index <= shapes->Count(); ++index) {
+            word::ShapePtr shape = shapes->Item(index);
+            if (shape->Name() == name) {
+                found.push_back(std::move(shape));
+            }
+        }
+        if (!found.empty()) {
+            return found;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+std::string SlipMarks::DefaultFolder() {
+    return ProgramFolder() + "/img";
+}
+
+const std::vector<SlipMarks::Mark>& SlipMarks::Table() {
+    static const std::vector<Mark> marks{
+        {Field::Amount, "kdx6meb.png", "ET", 27, 72, 30, 10},
+        {Field::Debtor, "kdx6mez.png", "ET", 7, 41, 50, 20},
+        {Field::Amount, "kdx6mzb.png", "ZT", 14, 72, 40, 15},
+        {Field::Debtor, "kdx6mzz.png", "ZT", 58, 41, 65, 25},
+    };
+    return marks;
+}
+
+void SlipMarks::Place(word::Document& doc, Field field) const {
+    for (const Mark& mark : Table()) {
+        if (mark.field == field) {
+            placeInto(doc, mark);
+        }
+    }
+}
+
+void SlipMarks::placeInto(word::Document& doc, const Mark& mark) const {
+    const std::string file = folder_ + "/" + std::string(mark.file);
+    for (const word::ShapePtr& canvas : canvasesOf(doc, mark.canvasCode)) {
+        canvas->CanvasItems()->AddPicture(file, false, true, SlipLayout::points(mark.left),
+                                          SlipLayout::points(mark.top), SlipLayout::points(mark.width),
+                                          SlipLayout::points(mark.height));
+    }
+}
+
+} // namespace wordbm

@@ -1,0 +1,216 @@
+#include "engine/slip/modESQR.h"
+
+#include "engine/word/AutomationError.h"
+#include "engine/slip/SlipBoxWriter.h"
+#include "engine/slip/SlipCanvasName.h"
+#include "engine/slip/SlipValue.h"
+#include "engine/ports/UserInterface.h"
+#include "engine/word/Application.h"
+#include "engine/word/Bookmarks.h"
+#include "engine/word/Document.h"
+#include "engine/word/Range.h"
+#include "engine/word/Selection.h"
+#include "engine/word/Shapes.h"
+#include "engine/word/TextLength.h"
+#include "qrbill/QRCoder.h"
+#include "qrbill/QRImage.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace wordbm {
+
+namespace {
+
+constexpr std::string_view SlipPrefix = "ESQR";
+constexpr std::string_view HeadingSuffix = "TX";
+constexpr std::string_view Open = "[";
+constexpr std::string_view Close = "]";
+constexpr int DeletePasses = 3;
+
+using Getter = std::string (QRCoder::*)(std::int32_t) const;
+
+struct Value {
+    Getter get = nullptr; // none: the placeholder is only cleared
+    int breaks = 1;
+    std::optional<SlipMarks::Field> markWhenEmpty;
+};
+
+const std::map<std::string, Value, std::less<>>& values() {
+    static const std::map<std::string, Value, std::less<>> table{
+        {"ESQRIBAN", {&QRCoder::IBAN, 1, {}}},
+        {"ESQRKontoAn", {&QRCoder::KontoAn, 2, {}}},
+        {"ESQRReferenz", {&QRCoder::Referenz, 2, {}}},
+        {"ESQRZusatz", {&QRCoder::Zusatz, 2, {}}},
+        {"ESQRKontoVon", {&QRCoder::KontoVon, 1, SlipMarks::Field::Debtor}},
+        {"ESQRWaehrung", {&QRCoder::Waehrung, 1, {}}},
+        {"ESQRBetrag", {&QRCoder::Betrag, 1, SlipMarks::Field::Amount}},
+        {"ESQRInfo", {&QRCoder::Info, 1, {}}},
+        {"ESQRAnnahmestelle", {}},
+        {"ESQRAbzutrennen", {}},
+    };
+    return table;
+}
+
+// Headings that go with their value when the row leaves the value empty; the QR code's heading has
+// no value of its own and always goes.
+const std::map<std::string, Getter, std::less<>>& headingsWithValue() {
+    static const std::map<std::string, Getter, std::less<>> table{
+        {"ESQRReferenzTX", &QRCoder::Referenz},
+        {"ESQRZusatzTX", &QRCoder::Zusatz},
+        {"ESQRInfoTX", &QRCoder::Info},
+        {"ESQRQRCodeTX", nullptr},
+    };
+    return table;
+}
+
+bool markNeeded(SlipMarks::Field field, const std::string& value) {
+    return field == SlipMarks::Field::Amount ? SlipValue::Blank(value)
+                                             : SlipValue::EmptyWithoutLineEnds(value);
+}
+
+} // namespace
+
+modESQR::modESQR(UserInterface& ui, QRImage& qrImage, std::string imageFolder)
+    : ui_(ui), qrImage_(qrImage), marks_(std::move(imageFolder)) {}
+
+bool modESQR::IsSlipName(std::string_view name) {
+    return name.substr(0, SlipPrefix.size()) == SlipPrefix;
+}
+
+// --- Building ---
+
+void modESQR::Build(word::Application& word, word::Document& doc, const SlipChoices& choices) {
+    fieldBorders_ = choices.fieldBorders;
+    language_ = choices.language;
+    if (choices.deleteExisting) {
+        deleteCanvases(doc);
+    }
+    // Typing into the boxes takes the cursor away; every canvas is anchored where it stood.
+    const word::RangePtr anchor = word.Selection()->Range();
+    if (choices.ST) {
+        addCanvas(word, doc, anchor, SlipLayout::separation(), choices.STborder);
+    }
+    if (choices.ET) {
+        addCanvas(word, doc, anchor, SlipLayout::receipt(), choices.ETborder);
+    }
+    if (choices.ZT) {
+        addCanvas(word, doc, anchor, SlipLayout::paymentPart(), choices.ZTborder);
+    }
+    anchor->Select();
+}
+
+void modESQR::deleteCanvases(word::Document& doc) {
+    // Every canvas of the document goes, the slip's and any other. Walking backwards skips none as
+    // the collection shrinks; the further passes catch whatever a failing deletion left behind.
+    for (int pass = 0; pass < DeletePasses; ++pass) {
+        const word::ShapesPtr shapes = doc.Shapes();
+        for (int index = shapes->Count(); index >= 1; --index) {
+            const word::ShapePtr shape = shapes->Item(index);
+            if (shape->Type() == word::wd::msoCanvas) {
+                shape->Delete();
+                ui_.processEvents();
+            }
+        }
+    }
+}
+
+void modESQR::addCanvas(word::Application& word, word::Document& doc, const word::RangePtr& anchor,
+                        const SlipLayout::Canvas& layout, bool cutMark) {
+    using L = SlipLayout;
+    const word::ShapePtr canvas =
+        doc.Shapes()->AddCanvas(L::points(layout.left), L::points(layout.top), L::points(layout.width),
+                                L::points(layout.height), anchor);
+    canvas->Name(SlipCanvasName::Current(layout.code));
+    bool framed = false;
+    SlipBoxWriter writer(word, doc, texts_, language_);
+    for (const L::Box& box : layout.boxes) {
+        const word::ShapePtr shape = canvas->CanvasItems()->AddTextbox(
+            1, L::points(box.left - L::BoxShiftMm), L::points(box.top - L::BoxShiftMm), L::points(box.width),
+            L::points(box.height));
+        const bool frame = box.entries.empty();
+        framed = framed || frame;
+        shape->Line()->Visible(frame ? cutMark : fieldBorders_);
+        if (!frame) {
+            writer.Write(*shape, box, layout.sizes);
+        }
+    }
+    if (!framed) {
+        // The separation text has no frame: its cut mark is the canvas's own outline.
+        canvas->Line()->Visible(cutMark);
+    }
+}
+
+// --- Filling ---
+
+void modESQR::Fill(word::Application& word, word::Document& doc, word::Bookmark& placeholder,
+                   const std::string& field, const QRCoder& coder, std::int32_t row) {
+    removeBrackets(word, placeholder);
+    if (field == "ESQRQRCode") {
+        pasteQRCode(word, placeholder, coder, row);
+    } else if (field.ends_with(HeadingSuffix)) {
+        keepOrClearHeading(placeholder, field, coder, row);
+    } else {
+        writeValue(doc, placeholder, field, coder, row);
+    }
+}
+
+void modESQR::removeBrackets(word::Application& word, word::Bookmark& placeholder) {
+    const word::SelectionPtr selection = word.Selection();
+    placeholder.Select();
+    // The first step collapses the selection to the placeholder's start, behind "[".
+    selection->MoveLeft(word::wd::wdCharacter, static_cast<int>(word::TextLength(Open)));
+    for (long i = 0; i < word::TextLength(Open); ++i) {
+        selection->TypeBackspace();
+    }
+    placeholder.Select();
+    // Collapse to the end, then step over "]".
+    selection->MoveRight(word::wd::wdCharacter, static_cast<int>(word::TextLength(Close) + 1));
+    for (long i = 0; i < word::TextLength(Close); ++i) {
+        selection->TypeBackspace();
+    }
+}
+
+void modESQR::writeValue(word::Document& doc, word::Bookmark& placeholder, const std::string& field,
+                         const QRCoder& coder, std::int32_t row) {
+    const auto found = values().find(field);
+    if (found == values().end()) {
+        return;
+    }
+    const Value& value = found->second;
+    const std::string text = value.get ? (coder.*value.get)(row) : std::string();
+    placeholder.Range()->Text(value.get ? SlipValue::Written(text, value.breaks) : std::string());
+    if (value.markWhenEmpty && markNeeded(*value.markWhenEmpty, text)) {
+        marks_.Place(doc, *value.markWhenEmpty);
+    }
+}
+
+void modESQR::keepOrClearHeading(word::Bookmark& placeholder, const std::string& field, const QRCoder& coder,
+                                 std::int32_t row) {
+    const auto found = headingsWithValue().find(field);
+    if (found == headingsWithValue().end()) {
+        return;
+    }
+    const Getter value = found->second;
+    if (!value || SlipValue::Blank((coder.*value)(row))) {
+        placeholder.Range()->Text({});
+    }
+}
+
+void modESQR::pasteQRCode(word::Application& word, word::Bookmark& placeholder, const QRCoder& coder,
+                          std::int32_t row) {
+    placeholder.Select();
+    const word::SelectionPtr selection = word.Selection();
+    selection->TypeBackspace();
+    qrImage_.Encode(coder.QRText(row));
+    if (!qrImage_.ClipboardCopy()) {
+        throw AutomationError(qrImage_.lastError());
+    }
+    // The embedded word processor pastes at once, so there is nothing to wait for before the next
+    // placeholder; and a fill may run on a merge worker's thread, where the user interface is off limits.
+    selection->Paste();
+}
+
+} // namespace wordbm

@@ -1,0 +1,145 @@
+#include "settings/IniSettingsStore.h"
+
+#include "settings/IniFile4.h"
+#include "support/Strings.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+namespace wordbm {
+
+namespace {
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+// The INI format has no escapes: a line break would forge a new line and a "]" in a section
+// name would end its header early, so both are replaced before they reach the file.
+std::string flattened(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) {
+        if (c == '\r' || c == '\n') {
+            c = ' ';
+        }
+    }
+    return result;
+}
+
+std::string sectionName(std::string_view section) {
+    return replaceAll(flattened(section), "]", ")");
+}
+
+IniFile4 loaded(const std::string& path) {
+    IniFile4 ini;
+    if (!path.empty()) {
+        ini.FilePath(path);
+    }
+    return ini;
+}
+
+void store(IniFile4& ini) {
+    std::error_code error;
+    std::filesystem::create_directories(std::filesystem::path(ini.FilePath()).parent_path(), error);
+    ini.WriteFile({}, true);
+}
+
+} // namespace
+
+IniSettingsStore::IniSettingsStore(std::string configRoot)
+    : configRoot_(configRoot.empty() ? defaultConfigRoot() : std::move(configRoot)) {}
+
+std::string IniSettingsStore::defaultConfigRoot() {
+    // A relative XDG_CONFIG_HOME is invalid by the XDG rules and is ignored like an unset one.
+    const std::string xdg = environment("XDG_CONFIG_HOME");
+    if (!xdg.empty() && xdg.front() == '/') {
+        return xdg;
+    }
+    const std::string home = environment("HOME");
+    return home.empty() ? std::string() : home + "/.config";
+}
+
+std::string IniSettingsStore::filePath(const std::string& appName) const {
+    if (configRoot_.empty()) {
+        return {};
+    }
+    // "." and ".." are dropped so an application key can never lead out of the config folder.
+    std::vector<std::string> parts;
+    for (std::string& part : split(replaceAll(appName, "/", "\\"), "\\")) {
+        if (!part.empty() && part != "." && part != "..") {
+            parts.push_back(std::move(part));
+        }
+    }
+    if (parts.empty()) {
+        return {};
+    }
+    return configRoot_ + "/" + join(parts, "/") + ".ini";
+}
+
+SettingsStore::Pairs IniSettingsStore::getAllSettings(const std::string& appName,
+                                                      const std::string& section) const {
+    IniFile4 ini = loaded(filePath(appName));
+    const std::string name = sectionName(section);
+    Pairs pairs;
+    for (const std::string& line : ini.Section(name)) {
+        const std::size_t equals = line.find('=');
+        if (!line.empty() && line.front() != '[' && equals != std::string::npos && equals > 0) {
+            std::string key = line.substr(0, equals);
+            std::string value = ini.Value(name, key);
+            pairs.emplace_back(std::move(key), std::move(value));
+        }
+    }
+    return pairs;
+}
+
+std::optional<std::string> IniSettingsStore::getSetting(const std::string& appName,
+                                                        const std::string& section,
+                                                        const std::string& key) const {
+    const IniFile4 ini = loaded(filePath(appName));
+    const std::string name = sectionName(section);
+    if (ini.ValueFull(name, flattened(key)).empty()) {
+        return std::nullopt;
+    }
+    return ini.Value(name, flattened(key));
+}
+
+void IniSettingsStore::saveSetting(const std::string& appName, const std::string& section,
+                                   const std::string& key, const std::string& value) {
+    const std::string path = filePath(appName);
+    if (path.empty()) {
+        return;
+    }
+    IniFile4 ini = loaded(path);
+    ini.Value(sectionName(section), flattened(key), flattened(value));
+    store(ini);
+}
+
+void IniSettingsStore::deleteSetting(const std::string& appName, const std::string& section,
+                                     const std::string& key) {
+    IniFile4 ini = loaded(filePath(appName));
+    const std::string name = sectionName(section);
+    if (ini.ValueFull(name, flattened(key)).empty()) {
+        return;
+    }
+    // An empty value leaves a blank line, which the next reading drops together with the key.
+    ini.Value(name, flattened(key), {});
+    store(ini);
+}
+
+void IniSettingsStore::deleteSection(const std::string& appName, const std::string& section) {
+    IniFile4 ini = loaded(filePath(appName));
+    if (ini.FilePath().empty() || !ini.Exists()) {
+        return;
+    }
+    ini.RemoveSection(sectionName(section));
+    // Writing skips a file without sections, so the last section goes with the file itself.
+    if (ini.Stream().empty()) {
+        ini.Delete();
+    } else {
+        store(ini);
+    }
+}
+
+} // namespace wordbm
