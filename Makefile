@@ -2,7 +2,7 @@
 SHELL := /bin/bash
 BUILD_DIR := build
 
-.PHONY: all deps configure build test demo bench asan format clean
+.PHONY: all deps configure build test demo package package-test bench asan format clean
 
 all: build
 
@@ -21,6 +21,15 @@ test: build
 # The sample billing run: one invoice and its PDF per row in ./out, then the result list.
 demo: build
 	$(BUILD_DIR)/src/app/wordbm merge --form examples/Rechnung.docx --csv examples/Rechnungslauf.csv --pdf --out out
+
+# The Debian package build/wordbm_<version>_amd64.deb (see cmake/DebianPackage.cmake).
+package: build
+	cd $(BUILD_DIR) && cpack
+	@ls $(BUILD_DIR)/wordbm_*.deb
+
+# The package checked, unpacked into a throw-away folder and run there (packaging/package-test).
+package-test: build
+	ctest --preset default -L package
 
 bench: build
 	bench/run $(BUILD_DIR)

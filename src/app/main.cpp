@@ -170,16 +170,55 @@ bool displayAvailable() {
     return (platform && *platform) || (x11 && *x11) || (wayland && *wayland);
 }
 
-int windowRun(int argc, char** argv) {
+// Every verb and its options, laid out so that help2man makes a section of each.
+std::string verbsHelp(const CLI::App& verbs) {
+    const auto all = verbs.get_subcommands([](const CLI::App*) { return true; });
+    std::string text = "Verbs (run without window; wordbm VERB --help tells the options of one):\n";
+    constexpr std::size_t Column = 20;
+    for (const CLI::App* verb : all) {
+        const std::string& name = verb->get_name();
+        text += "  " + name + std::string(name.size() < Column ? Column - name.size() : 2, ' ') +
+                verb->get_description() + "\n";
+    }
+    text += "\nOptions:\n"
+            "  --version                   print the program's version and end\n";
+    const CLI::Formatter format;
+    for (const CLI::App* verb : all) {
+        text += "\nOptions of " + verb->get_name() + ":\n";
+        for (const CLI::Option* option : verb->get_options()) {
+            if (option != verb->get_help_ptr()) {
+                text += format.make_option(option, option->get_positional());
+            }
+        }
+    }
+    return text;
+}
+
+// The help on a terminal: the help box's text, what the switches do, and every verb with its
+// options. The manual page wordbm(1) is made from this text.
+void printTerminalHelp(const char* argv0, const CLI::App& verbs) {
+    std::string text = wordbm::ClassicCommand::helpText(wordbm::ClassicCommand::programName(argv0));
+    for (auto at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n", at)) {
+        text.erase(at, 1);
+        ++at;
+    }
+    std::cout
+        << text << "\n\n"
+        << "Switches (open the window with these):\n"
+           "  /w <word-file>   the Word invoice form (.docx or .docm)\n"
+           "  /c <csv-file>    the CSV control file of the billing run\n"
+           "  /t <template>    the file-name mask of the invoices, e.g. \"&W&\\&K&-&D&-&R&-Rechnung.&E&\"\n"
+           "  /m               open the window on its merge page\n"
+           "  /?               show this help (also -?, -h, --help)\n"
+           "A switch may also begin with \"-\"; a value with blanks goes in double quotes.\n\n"
+        << verbsHelp(verbs);
+}
+
+int windowRun(int argc, char** argv, const CLI::App& verbs) {
     const wordbm::ClassicCommand command = wordbm::ClassicCommand::read(argc, argv);
     const bool display = displayAvailable();
     if (command.help && !display) {
-        std::string text = wordbm::ClassicCommand::helpText(wordbm::ClassicCommand::programName(argv[0]));
-        for (auto at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n", at)) {
-            text.erase(at, 1);
-            ++at;
-        }
-        std::cout << text << '\n';
+        printTerminalHelp(argv[0], verbs);
         return 0;
     }
     if (!display) {
@@ -189,7 +228,9 @@ int windowRun(int argc, char** argv) {
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QString::fromLatin1(wordbm::version::Title));
+    // The icon of the installed desktop entry; the entry's name lets Wayland docks match the window.
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("wordbm")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("wordbm"));
     if (command.help) {
         QMessageBox box(QMessageBox::NoIcon, QString::fromLatin1(wordbm::version::Title),
                         QString::fromStdString(
@@ -211,9 +252,6 @@ int windowRun(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (!isVerb(argc, argv)) {
-        return windowRun(argc, argv);
-    }
     CLI::App app{"WordBM: bookmarks, merge and Swiss QR-bill for Word invoice forms", "wordbm"};
     app.set_version_flag("--version", versionText());
     VerbOptions options;
@@ -228,6 +266,9 @@ int main(int argc, char** argv) {
             &wordbm::EngineVerbs::verify);
     addMerge(app, options);
     addInsertSlip(app, options);
+    if (!isVerb(argc, argv)) {
+        return windowRun(argc, argv, app);
+    }
     CLI11_PARSE(app, argc, argv);
     return options.exitCode;
 }

@@ -1,5 +1,9 @@
 #include "WorkerProgram.h"
 
+#include "support/ProgramData.h"
+#include "support/ProgramFolder.h"
+
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <unistd.h>
@@ -13,11 +17,15 @@ bool executable(const std::filesystem::path& path) {
     return std::filesystem::is_regular_file(path, ignored) && ::access(path.c_str(), X_OK) == 0;
 }
 
-std::filesystem::path besideRunningProgram() {
-    std::error_code error;
-    const auto self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::path() : self.parent_path() / WorkerProgramName;
+#ifdef WORDBM_OFFICE_WORKER_BUILD_PATH
+// Only the programs of this build tree fall back on its worker: an installed program runs on the
+// installed files alone, so that a missing one shows instead of being covered by a build tree.
+bool runFromBuildTree() {
+    const std::filesystem::path tree = WORDBM_BUILD_TREE;
+    const std::filesystem::path folder = ProgramFolder();
+    return std::mismatch(tree.begin(), tree.end(), folder.begin(), folder.end()).first == tree.end();
 }
+#endif
 
 } // namespace
 
@@ -25,11 +33,11 @@ std::string findWorkerProgram() {
     if (const char* overridden = std::getenv("WORDBM_OFFICE_WORKER"); overridden != nullptr && *overridden) {
         return overridden;
     }
-    if (const auto beside = besideRunningProgram(); !beside.empty() && executable(beside)) {
-        return beside.string();
+    if (const std::filesystem::path own = ProgramHelperPath(WorkerProgramName); executable(own)) {
+        return own.string();
     }
 #ifdef WORDBM_OFFICE_WORKER_BUILD_PATH
-    if (executable(WORDBM_OFFICE_WORKER_BUILD_PATH)) {
+    if (runFromBuildTree() && executable(WORDBM_OFFICE_WORKER_BUILD_PATH)) {
         return WORDBM_OFFICE_WORKER_BUILD_PATH;
     }
 #endif

@@ -4,7 +4,7 @@
 #include "engine/slip/SlipLayout.h"
 #include "engine/word/Document.h"
 #include "engine/word/Shapes.h"
-#include "support/ProgramFolder.h"
+#include "support/ProgramData.h"
 
 namespace wordbm {
 
@@ -31,7 +31,7 @@ std::vector<word::ShapePtr> canvasesOf(word::Document& doc, std::string_view cod
 } // namespace
 
 std::string SlipMarks::DefaultFolder() {
-    return ProgramFolder() + "/img";
+    return ProgramDataPath("img");
 }
 
 const std::vector<SlipMarks::Mark>& SlipMarks::Table() {

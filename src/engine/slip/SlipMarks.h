@@ -29,7 +29,7 @@ public:
     // `folder` holds the mark pictures.
     explicit SlipMarks(std::string folder) : folder_(std::move(folder)) {}
 
-    // "img" beside the running program.
+    // The corner-mark pictures: "img" beside the running program, else the installed ones.
     static std::string DefaultFolder();
     static const std::vector<Mark>& Table();
 
