@@ -1,8 +1,8 @@
 #include "app/BatchSlip.h"
 
 #include "app/TerminalUserInterface.h"
-#include "engine/slip/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
+#include "engine/slip/modESQR.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
 #include "qrbill/QRImage.h"

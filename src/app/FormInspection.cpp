@@ -1,10 +1,10 @@
 #include "app/FormInspection.h"
 
 #include "data/MergeFieldName.h"
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/StoryListing.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/Documents.h"
 #include "support/FileOps.h"
 

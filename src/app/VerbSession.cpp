@@ -1,8 +1,8 @@
 #include "app/VerbSession.h"
 
-#include "settings/IniSettingsStore.h"
-#include "engine/slip/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
+#include "engine/slip/modESQR.h"
+#include "settings/IniSettingsStore.h"
 #include "support/FileOps.h"
 
 #include <memory>

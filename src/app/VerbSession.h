@@ -1,9 +1,9 @@
 #pragma once
 
-#include "settings/Opt.h"
-#include "settings/OptOptions.h"
 #include "app/TerminalUserInterface.h"
 #include "engine/WordBM.h"
+#include "settings/Opt.h"
+#include "settings/OptOptions.h"
 
 #include <iosfwd>
 

@@ -3,8 +3,8 @@
 #include "app/ClassicCommand.h"
 #include "app/EngineVerbs.h"
 #include "app/FormInspection.h"
-#include "settings/IniSettingsStore.h"
 #include "app/Version.h"
+#include "settings/IniSettingsStore.h"
 #include "ui/DesktopSession.h"
 
 #include <CLI/CLI.hpp>

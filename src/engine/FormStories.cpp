@@ -27,6 +27,7 @@ void addHeadersFooters(std::vector<FormStory>& stories, const word::HeadersFoote
                                    part->Range()});
             }
         } catch (const std::exception&) {
+            // A header or footer the word processor cannot give is left out; the others are still shown.
         }
     }
 }

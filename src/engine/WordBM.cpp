@@ -1,9 +1,9 @@
 #include "engine/WordBM.h"
 
-#include "engine/word/AutomationError.h"
-#include "engine/ports/UserInterfaceTemplateEditor.h"
 #include "engine/WorkingCopy.h"
+#include "engine/ports/UserInterfaceTemplateEditor.h"
 #include "engine/word/Application.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
@@ -184,6 +184,7 @@ bool WordBM::mfWBM_Quit(bool force) {
                     // Without an argument the word processor decides about unsaved documents.
                     word_->Quit();
                 } catch (const std::exception&) {
+                    // A word processor that will not quit is let go of all the same; the session ends here.
                 }
                 word_.reset();
             }
@@ -257,10 +258,12 @@ void WordBM::WordDocClose() {
         try {
             doc_->Save();
         } catch (const std::exception&) {
+            // The copy-back below then offers the working copy as it was last saved.
         }
         try {
             doc_->Close();
         } catch (const std::exception&) {
+            // Ending the session below lets go of a document that will not close.
         }
     }
     if (mfWBM_Quit(true)) {

@@ -2,6 +2,7 @@
 
 #include "data/CSVfile.h"
 #include "data/KnownFields.h"
+#include "engine/merge/MergeSession.h"
 #include "engine/ports/OptionsMaskStore.h"
 #include "engine/ports/OptionsPort.h"
 #include "engine/ports/ResultList.h"
@@ -26,8 +27,9 @@ class BookmarkFiller;
 // the document walk and analysis, merge-field conversion, bookmark insertion and verification,
 // and the merge run. It owns its companions for the whole run and reaches a person only through
 // the UserInterface. Every automation call that may fail is guarded: a failure is caught where it
-// happens, shown where a message belongs, and never leaves the engine.
-class WordBM {
+// happens, shown where a message belongs, and never leaves the engine. The merge run reads it as its
+// MergeSession.
+class WordBM : private MergeSession {
 public:
     // Creates a new word-processor instance on every call; may throw AutomationError.
     using ApplicationFactory = std::function<word::ApplicationPtr()>;
@@ -42,32 +44,32 @@ public:
     WordBM& operator=(const WordBM&) = delete;
 
     // --- Properties (set by the program entry before Execute) ---
-    const std::string& WordDoc() const { return wordDoc_; }
+    const std::string& WordDoc() const override { return wordDoc_; }
     void WordDoc(const std::string& path) { wordDoc_ = path; }
-    const std::string& CSVDoc() const { return csvDoc_; }
+    const std::string& CSVDoc() const override { return csvDoc_; }
     void CSVDoc(const std::string& path) { csvDoc_ = path; }
     const std::string& Template() const { return template_.Template(); }
     // "" loads the stored mask.
     void Template(const std::string& mask) { template_.Template(mask); }
 
     // The working copies of the session; "" when there is none.
-    const std::string& WordWork() const { return wordWork_; }
-    const std::string& CSVWork() const { return csvWork_; }
+    const std::string& WordWork() const override { return wordWork_; }
+    const std::string& CSVWork() const override { return csvWork_; }
 
     // --- Companions ---
-    KnownFields& Fields() { return fields_; }
-    CSVfile& CSV() { return csv_; }
-    QRCoder& Coder() { return coder_; }
-    QRImage& QRComponent() { return qrImage_; }
-    FileNameTemplate& NameTemplate() { return template_; }
+    KnownFields& Fields() override { return fields_; }
+    CSVfile& CSV() override { return csv_; }
+    QRCoder& Coder() override { return coder_; }
+    QRImage& QRComponent() override { return qrImage_; }
+    FileNameTemplate& NameTemplate() override { return template_; }
     OptionsPort& Options() { return options_; }
-    UserInterface& UI() { return ui_; }
+    UserInterface& UI() override { return ui_; }
     // The slip builder that handles "ESQR" bookmarks; none leaves them alone.
     void SlipBuilder(std::unique_ptr<SlipPort> slip) { slip_ = std::move(slip); }
-    SlipPort* SlipBuilder() const { return slip_.get(); }
+    SlipPort* SlipBuilder() const override { return slip_.get(); }
 
-    const word::ApplicationPtr& Word() const { return word_; }
-    const word::DocumentPtr& Doc() const { return doc_; }
+    const word::ApplicationPtr& Word() const override { return word_; }
+    const word::DocumentPtr& Doc() const override { return doc_; }
 
     // --- Session and working copy ---
     // The engine's only message box; an empty title becomes the main window's caption.
@@ -75,7 +77,7 @@ public:
     // A word processor is attached and has at least one document open.
     bool IsWordAlive(bool showMessage = false);
     // IsWordAlive, a document is open and its bookmarks can be counted.
-    bool CheckDoc(bool showMessage = false);
+    bool CheckDoc(bool showMessage = false) override;
     // Opens a working copy of the form in a new word-processor instance. An empty path closes the
     // form instead (save, end the session, offer the copy-back).
     bool mfWBM_OpenWordDoc(const std::string& path);
@@ -85,7 +87,7 @@ public:
     void Execute(bool mergePage);
     // Ends the session; force quits without asking and without saving. True when no word
     // processor remains attached.
-    bool mfWBM_Quit(bool force = false);
+    bool mfWBM_Quit(bool force = false) override;
     // Copies a working file back over its original after two confirmations.
     bool mfWBM_WordCopy(const std::string& original, const std::string& working);
     // Saves the working form when it has changes not yet saved; false (after a message) when the
@@ -134,23 +136,26 @@ public:
     // Fills the open form from data line `row`.
     void BookmarksFill(std::int32_t row);
     // The merge run makes an invoice of a data line that has an invoice date.
-    bool InvoiceRow(std::int32_t row);
+    bool InvoiceRow(std::int32_t row) override;
     // Fills a copy of the open form, as it stands now, from the first invoice row and exports it as
     // PDF to `pdfPath`, the copy beside it; the form itself stays as it is. "" or why there is none.
     std::string InvoicePreview(const std::string& pdfPath);
     // Whether the folder of the document path exists, after one attempt to create it.
-    bool DocFolderCheck(const std::string& docPath);
+    bool DocFolderCheck(const std::string& docPath) override;
     // How many invoices are made side by side, each by a thread of its own on its own copy of the
     // form; 1 (the default) makes them one after another on the session's document.
-    int MergeJobs() const { return mergeJobs_; }
+    int MergeJobs() const override { return mergeJobs_; }
     void MergeJobs(int jobs) { mergeJobs_ = jobs < 1 ? 1 : jobs; }
     // What the result list of the last merge or test run showed.
     const ResultList& MergeResult() const { return mergeResult_; }
     void mfWBM_ESQRgo();
 
 private:
-    // The merge run keeps its row-by-row state in a class of its own.
-    friend class MergeRun;
+    // The rest of what the merge run reads and hands back.
+    const ApplicationFactory& WordFactory() const override { return createWord_; }
+    void MergeResult(const ResultList& result) override { mergeResult_ = result; }
+    void ShowFailure(const std::string& text) override;
+    word::DocumentPtr& OpenDoc() override { return doc_; }
 
     // Fills from the control file, as the merge run does, letting window events run between bookmarks.
     BookmarkFiller filler();

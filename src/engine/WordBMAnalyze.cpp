@@ -95,6 +95,7 @@ void WordBM::FieldsWalk(const word::FieldsPtr& fields) {
     try {
         count = fields->Count();
     } catch (const std::exception&) {
+        // Fields that cannot be counted are walked as none; the trace shows Fields=0.
     }
     TraceAdd("Fields=" + number(count));
     for (int i = 1; i <= count; ++i) {

@@ -102,6 +102,7 @@ void WordBM::mfWBM_Replace() {
     try {
         remembered = word_->Selection()->Range();
     } catch (const std::exception&) {
+        // Without a place to go back to, the cursor stays where the replacing leaves it.
     }
     const int answer =
         MyMsgBox("Alle bekannten Seriendruckfelder durch Textmarken ersetzen?", msgbox::YesNoCancel, Title);
@@ -113,6 +114,7 @@ void WordBM::mfWBM_Replace() {
         try {
             word_->ScreenUpdating(false);
         } catch (const std::exception&) {
+            // Screen updating only costs time; the fields are replaced all the same.
         }
         ui_.progressStart(Title, 0);
     }
@@ -148,6 +150,7 @@ void WordBM::mfWBM_Replace() {
                 ++replaced_;
             }
         } catch (const std::exception&) {
+            // A field that cannot be replaced stays and is counted with the duplicates in the summary.
         }
         if (automatic) {
             ui_.progressStep(i + 1, total);
@@ -159,10 +162,12 @@ void WordBM::mfWBM_Replace() {
         try {
             word_->Selection()->HomeKey(word::wd::wdStory);
         } catch (const std::exception&) {
+            // Where the cursor ends up is a courtesy; the fields are replaced already.
         }
         try {
             word_->ScreenUpdating(true);
         } catch (const std::exception&) {
+            // A word processor that refuses this has failed already; the summary below still gives the count.
         }
         ui_.progressStop();
         if (replaced_ < total) {
@@ -175,6 +180,7 @@ void WordBM::mfWBM_Replace() {
             remembered->Select();
         }
     } catch (const std::exception&) {
+        // The remembered place may have gone with a replaced field; the cursor then stays at the start.
     }
 }
 
@@ -193,11 +199,13 @@ void WordBM::mfWBM_Reset() {
             field->Delete();
             ++deleted;
         } catch (const std::exception&) {
+            // A field that cannot be deleted is not counted; the message shows deleted of found.
         }
     }
     try {
         doc_->MailMerge()->MainDocumentType(word::wd::wdNotAMergeDocument);
     } catch (const std::exception&) {
+        // A form that is no mail-merge main document has nothing to switch off.
     }
     MyMsgBox(std::to_string(deleted) + "/" + std::to_string(gathered_.size()) +
                  " Seriendruckfelder gelöscht!",
@@ -215,6 +223,7 @@ void WordBM::mfWBM_Verify() {
     try {
         names = bookmarkNames();
     } catch (const std::exception&) {
+        // Bookmarks that cannot be listed are none to verify; the message then shows 0-total.
     }
     for (const std::string& name : names) {
         ++total;
@@ -231,6 +240,7 @@ void WordBM::mfWBM_Verify() {
                 ++adjusted;
             }
         } catch (const std::exception&) {
+            // A bookmark that cannot be verified is not counted as adjusted.
         }
     }
     MyMsgBox("Textfelder: " + std::to_string(total) + "-total, " + std::to_string(known) + "-bekannt, " +
@@ -282,6 +292,7 @@ std::string WordBM::BookmarksConvert() {
     try {
         names = bookmarkNames();
     } catch (const std::exception&) {
+        // Bookmarks that cannot be listed are none to convert; the caller then reports nothing.
     }
     for (const std::string& name : names) {
         const std::string field = fields_.BookmarkFieldGet(name, true);
@@ -296,6 +307,7 @@ std::string WordBM::BookmarksConvert() {
                 ++converted;
             }
         } catch (const std::exception&) {
+            // A bookmark that cannot be converted is not counted; the message shows the ones that were.
         }
     }
     return converted > 0 ? "Textfelder: " + std::to_string(converted) + "-konvertiert" : std::string();

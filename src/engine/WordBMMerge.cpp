@@ -1,7 +1,7 @@
 // The merge run and the file-name test of the engine.
+#include "engine/WordBM.h"
 #include "engine/merge/BookmarkFiller.h"
 #include "engine/merge/MergeRun.h"
-#include "engine/WordBM.h"
 #include "engine/word/Application.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
@@ -34,6 +34,10 @@ void WordBM::mfWBM_Merge(bool testOnly) {
 
 void WordBM::mfWBM_Test() {
     mfWBM_Merge(true);
+}
+
+void WordBM::ShowFailure(const std::string& text) {
+    MyMsgBox(text, msgbox::Stop, Title);
 }
 
 BookmarkFiller WordBM::filler() {

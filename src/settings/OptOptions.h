@@ -1,7 +1,7 @@
 #pragma once
 
-#include "settings/Opt.h"
 #include "engine/ports/OptionsPort.h"
+#include "settings/Opt.h"
 
 namespace wordbm {
 

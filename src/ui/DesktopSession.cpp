@@ -1,7 +1,7 @@
 #include "ui/DesktopSession.h"
 
-#include "engine/slip/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
+#include "engine/slip/modESQR.h"
 #include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"
 

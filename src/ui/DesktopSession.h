@@ -1,9 +1,9 @@
 #pragma once
 
+#include "engine/WordBM.h"
 #include "settings/Opt.h"
 #include "settings/OptOptions.h"
 #include "settings/SettingsStore.h"
-#include "engine/WordBM.h"
 #include "ui/QtUserInterface.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "ui/frmWordBM.h"
 
-#include "engine/ports/OptionsPort.h"
 #include "engine/ooxml/NewForm.h"
+#include "engine/ports/OptionsPort.h"
 #include "engine/word/Document.h"
 #include "engine/word/WordConstants.h"
 #include "support/Folders.h"

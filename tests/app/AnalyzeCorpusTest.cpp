@@ -3,10 +3,12 @@
 // section has three headers and three footers (a missing one is the previous section's), and a
 // header's Shapes are the floating shapes of all headers and footers of the document.
 #include "CorpusXml.h"
-#include "kit/TempFolder.h"
 #include "app/EngineVerbs.h"
 #include "data/KnownFields.h"
 #include "data/MergeFieldName.h"
+#include "kit/EnvGuard.h"
+#include "kit/FileBytes.h"
+#include "kit/TempDir.h"
 
 #include <array>
 #include <filesystem>
@@ -185,7 +187,7 @@ void setCode(const XmlField& field, const std::string& code) {
 class AnalyzeCorpus : public ::testing::Test {
 protected:
     AnalyzeCorpus()
-        : base_("TARVELL_DEBUG", folder_.path()), config_("XDG_CONFIG_HOME", folder_.path("config")) {
+        : base_("TARVELL_DEBUG", folder_.path().string()), config_("XDG_CONFIG_HOME", folder_ / "config") {
         known_.FieldsBESR();
     }
 
@@ -238,14 +240,14 @@ protected:
                 changed.push_back(part);
             }
         }
-        const fs::path copy = folder_.path("Bekannt-" + form.filename().string());
+        const fs::path copy = folder_ / ("Bekannt-" + form.filename().string());
         xml.saveCopy(copy, changed);
         return copy;
     }
 
-    TempFolder folder_;
-    EnvironmentVariable base_;
-    EnvironmentVariable config_;
+    TempDir folder_;
+    EnvGuard base_;
+    EnvGuard config_;
     KnownFields known_;
 };
 
@@ -282,7 +284,7 @@ TEST_F(AnalyzeCorpus, ConvertTurnsTheKnownMergeFieldsIntoBookmarksAndLeavesTheOt
             continue;
         }
 
-        const fs::path output = folder_.path("Konvertiert.docx");
+        const fs::path output = folder_ / "Konvertiert.docx";
         std::ostringstream out;
         std::ostringstream err;
         ASSERT_EQ(EngineVerbs(out, err, false).convert(form.string(), output.string()), EngineVerbs::ExitFine)

@@ -1,6 +1,8 @@
 #include "app/BatchCheck.h"
 
-#include "kit/TempFolder.h"
+#include "kit/EnvGuard.h"
+#include "kit/FileBytes.h"
+#include "kit/TempDir.h"
 #include "support/Cp1252.h"
 
 #include <gtest/gtest.h>
@@ -8,10 +10,6 @@
 
 namespace wordbm {
 namespace {
-
-using testing::readBytes;
-using testing::TempFolder;
-using testing::writeBytes;
 
 class BatchCheckTest : public ::testing::Test {
 protected:
@@ -34,8 +32,8 @@ protected:
                        "1003;;Leer;XX00;;;;;;;;;\r\n"));
     }
 
-    TempFolder folder_;
-    std::string csv_ = folder_.path("lauf.csv");
+    TempDir folder_;
+    std::string csv_ = folder_ / "lauf.csv";
     std::ostringstream out_;
     std::ostringstream err_;
     BatchCheck batch_{out_, err_};
@@ -51,21 +49,21 @@ TEST_F(BatchCheckTest, CheckListsWarningsOfInvoiceRowsOnly) {
 }
 
 TEST_F(BatchCheckTest, QrcodeWritesPayloadAndPicture) {
-    EXPECT_EQ(batch_.qrcode(csv_, 1, folder_.path("r1.png"), true), 0);
+    EXPECT_EQ(batch_.qrcode(csv_, 1, folder_ / "r1.png", true), 0);
     const auto payload = out_.str();
     EXPECT_EQ(payload.rfind("SPC\n0200\n1\nCH4431999123000889012\nS\nTreuhand M\xC3\xBCller AG\r\n", 0), 0u);
     EXPECT_EQ(payload.substr(payload.size() - 4), "\nEPD") << "exact bytes, nothing appended";
-    EXPECT_EQ(readBytes(folder_.path("r1.png")).substr(1, 3), "PNG");
+    EXPECT_EQ(readBytes(folder_ / "r1.png").substr(1, 3), "PNG");
 
     EXPECT_EQ(batch_.qrcode(csv_, 9, {}, true), 2);
     EXPECT_NE(err_.str().find("Zeile 9 gibt es nicht"), std::string::npos);
 }
 
 TEST_F(BatchCheckTest, UnusableControlFilesAreRefused) {
-    EXPECT_EQ(batch_.check(folder_.path("fehlt.csv")), 2);
+    EXPECT_EQ(batch_.check(folder_ / "fehlt.csv"), 2);
     EXPECT_NE(err_.str().find("Datei nicht gefunden!"), std::string::npos);
-    writeBytes(folder_.path("leer.csv"), "");
-    EXPECT_EQ(batch_.check(folder_.path("leer.csv")), 2);
+    writeBytes(folder_ / "leer.csv", "");
+    EXPECT_EQ(batch_.check(folder_ / "leer.csv"), 2);
     EXPECT_NE(err_.str().find("keine Rechnungen"), std::string::npos);
 }
 

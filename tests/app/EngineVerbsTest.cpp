@@ -1,7 +1,9 @@
 // The batch verbs that run the engine: what they print, what they write and how they exit.
 #include "app/EngineVerbs.h"
 
-#include "kit/TempFolder.h"
+#include "kit/EnvGuard.h"
+#include "kit/FileBytes.h"
+#include "kit/TempDir.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -19,24 +21,24 @@ const std::string OldForm =
 class Verbs : public ::testing::Test {
 protected:
     Verbs()
-        : base_("TARVELL_DEBUG", folder_.path()), config_("XDG_CONFIG_HOME", folder_.path("config")),
+        : base_("TARVELL_DEBUG", folder_.path().string()), config_("XDG_CONFIG_HOME", folder_ / "config"),
           verbs_(out_, err_, false) {
         fs::copy_file(Examples + "/Rechnung.docx", form());
         fs::copy_file(Examples + "/Rechnungslauf.csv", csv());
-        fs::copy_file(OldForm, folder_.path("Alt.docx"));
+        fs::copy_file(OldForm, folder_ / "Alt.docx");
     }
-    std::string form() const { return folder_.path("Rechnung.docx"); }
-    std::string csv() const { return folder_.path("Lauf.csv"); }
-    std::string oldForm() const { return folder_.path("Alt.docx"); }
+    std::string form() const { return folder_ / "Rechnung.docx"; }
+    std::string csv() const { return folder_ / "Lauf.csv"; }
+    std::string oldForm() const { return folder_ / "Alt.docx"; }
     void expectInputsUntouched() const {
         EXPECT_EQ(readBytes(form()), readBytes(Examples + "/Rechnung.docx"));
         EXPECT_EQ(readBytes(csv()), readBytes(Examples + "/Rechnungslauf.csv"));
         EXPECT_EQ(readBytes(oldForm()), readBytes(OldForm));
     }
 
-    TempFolder folder_;
-    EnvironmentVariable base_;
-    EnvironmentVariable config_;
+    TempDir folder_;
+    EnvGuard base_;
+    EnvGuard config_;
     std::ostringstream out_;
     std::ostringstream err_;
     EngineVerbs verbs_;
@@ -52,12 +54,12 @@ TEST_F(Verbs, AnalyzePrintsTheCountsTheWindowShows) {
 }
 
 TEST_F(Verbs, AMissingFormCannotBeUsed) {
-    EXPECT_EQ(verbs_.analyze(folder_.path("Fehlt.docx"), false), EngineVerbs::ExitUnusable);
+    EXPECT_EQ(verbs_.analyze(folder_ / "Fehlt.docx", false), EngineVerbs::ExitUnusable);
     EXPECT_NE(err_.str().find("Datei nicht gefunden!"), std::string::npos) << err_.str();
 }
 
 TEST_F(Verbs, ConvertSavesTheBookmarkedFormElsewhereAndLeavesTheUnknownField) {
-    const std::string converted = folder_.path("Neu.docx");
+    const std::string converted = folder_ / "Neu.docx";
 
     EXPECT_EQ(verbs_.convert(oldForm(), converted), EngineVerbs::ExitFine);
     EXPECT_NE(out_.str().find("3 Seriendruckfelder wurden duch Textfelder ersetzt!"), std::string::npos)
@@ -71,12 +73,12 @@ TEST_F(Verbs, ConvertSavesTheBookmarkedFormElsewhereAndLeavesTheUnknownField) {
 }
 
 TEST_F(Verbs, ResetAndVerifyWriteOnlyTheirOutput) {
-    EXPECT_EQ(verbs_.reset(oldForm(), folder_.path("Ohne.docx")), EngineVerbs::ExitFine);
+    EXPECT_EQ(verbs_.reset(oldForm(), folder_ / "Ohne.docx"), EngineVerbs::ExitFine);
     EXPECT_NE(out_.str().find("3/3 Seriendruckfelder gelöscht!"), std::string::npos) << out_.str();
-    EXPECT_EQ(verbs_.verify(oldForm(), folder_.path("Geprueft.docx")), EngineVerbs::ExitFine);
+    EXPECT_EQ(verbs_.verify(oldForm(), folder_ / "Geprueft.docx"), EngineVerbs::ExitFine);
     EXPECT_NE(out_.str().find("-angepasst"), std::string::npos) << out_.str();
-    EXPECT_TRUE(fs::exists(folder_.path("Ohne.docx")));
-    EXPECT_TRUE(fs::exists(folder_.path("Geprueft.docx")));
+    EXPECT_TRUE(fs::exists(folder_ / "Ohne.docx"));
+    EXPECT_TRUE(fs::exists(folder_ / "Geprueft.docx"));
     expectInputsUntouched();
 }
 
@@ -86,34 +88,32 @@ TEST_F(Verbs, TheFormItselfIsNoOutput) {
 }
 
 TEST_F(Verbs, MergeTestListsTheNamesInTheOutFolder) {
-    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&-Rechnung.&E&", folder_.path("out"), {},
-                                      true,   1};
+    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&-Rechnung.&E&", folder_ / "out", {}, true, 1};
 
     EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
 
     const std::string list = out_.str();
-    EXPECT_EQ(list.rfind("Dateinamen testen\n  " + folder_.path("out") + "/024100-Rechnung\n", 0), 0u)
-        << list;
+    EXPECT_EQ(list.rfind("Dateinamen testen\n  " + folder_ / "out" + "/024100-Rechnung\n", 0), 0u) << list;
     EXPECT_NE(list.find("24   Total\n24   Ok\n0   Fehler\n"), std::string::npos) << list;
-    EXPECT_TRUE(fs::is_empty(folder_.path("out")));
+    EXPECT_TRUE(fs::is_empty(folder_ / "out"));
 }
 
 TEST_F(Verbs, MergeMakesEveryInvoiceSideBySideAndFailsOnAMissingControlFile) {
-    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&.&E&", folder_.path("out"), {}, false, 2};
+    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&.&E&", folder_ / "out", {}, false, 2};
     request.choices.Close = true;
 
     EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
-    EXPECT_TRUE(fs::exists(folder_.path("out/024124.docx")));
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path("out")), fs::directory_iterator()), 24);
+    EXPECT_TRUE(fs::exists(folder_ / "out/024124.docx"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_ / "out"), fs::directory_iterator()), 24);
     expectInputsUntouched();
 
-    request.csv = folder_.path("Fehlt.csv");
+    request.csv = folder_ / "Fehlt.csv";
     EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitUnusable);
 }
 
 TEST_F(Verbs, AnInvoiceThatCannotBeSavedFailsTheMerge) {
-    fs::create_directories(folder_.path("out/024100.docx/x"));
-    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&.&E&", folder_.path("out"), {}, false, 1};
+    fs::create_directories(folder_ / "out/024100.docx/x");
+    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&.&E&", folder_ / "out", {}, false, 1};
 
     EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFailed);
     EXPECT_NE(err_.str().find("Die Rechnung wurde nicht gespeichert!"), std::string::npos) << err_.str();

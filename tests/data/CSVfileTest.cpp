@@ -1,30 +1,22 @@
 #include "data/CSVfile.h"
 
+#include "kit/FileBytes.h"
+#include "kit/TempDir.h"
 #include "support/Errors.h"
 
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <random>
-#include <unistd.h>
 
 using namespace wordbm;
 using namespace std::string_literals;
 
 namespace {
 
-struct TestFolder {
-    std::filesystem::path path =
-        std::filesystem::temp_directory_path() / ("wordbm-csv-" + std::to_string(getpid()));
-    TestFolder() { std::filesystem::create_directories(path); }
-    ~TestFolder() { std::filesystem::remove_all(path); }
-};
-
 // Writes the bytes as they stand (cp1252, CR LF) into a file of this test process's folder.
 std::string controlFile(const std::string& name, const std::string& bytes) {
-    static TestFolder folder;
-    const auto path = (folder.path / name).string();
-    std::ofstream(path, std::ios::binary) << bytes;
+    static const TempDir folder;
+    const std::string path = folder / name;
+    writeBytes(path, bytes);
     return path;
 }
 

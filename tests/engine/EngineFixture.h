@@ -1,9 +1,12 @@
 #pragma once
 
 #include "FakeWord.h"
-#include "engine/ports/OptionsPort.h"
-#include "kit/ScriptedUserInterface.h"
 #include "engine/WordBM.h"
+#include "kit/EnvGuard.h"
+#include "kit/FileBytes.h"
+#include "kit/MemoryOptions.h"
+#include "kit/ScriptedUserInterface.h"
+#include "kit/TempDir.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -12,20 +15,6 @@
 #include <string>
 
 namespace wordbm::testing {
-
-class MemoryOptions : public OptionsPort {
-public:
-    std::string get(const std::string& key) override {
-        const auto found = values.find(key);
-        return found == values.end() ? std::string() : found->second;
-    }
-    void set(const std::string& key, const std::string& value) override { values[key] = value; }
-
-    std::map<std::string, std::string> values;
-};
-
-std::string readBytes(const std::string& path);
-void writeBytes(const std::string& path, const std::string& bytes);
 
 // An engine on the fake word processor, with a scripted person, in a fresh base folder
 // (TARVELL_DEBUG) that holds the originals in "forms" and the working copies in "_temp_".
@@ -45,7 +34,7 @@ protected:
     fake::FakeApplication& app() { return *word.apps.back(); }
     fake::DocState& doc() { return *app().opened.back(); }
     const std::string& mainText() { return doc().form.stories[0]; }
-    std::string workFolder() const { return base_ + "/_temp_"; }
+    std::string workFolder() const { return base_ / "_temp_"; }
     // Every original still holds the bytes it was written with.
     void expectOriginalsUntouched() const;
 
@@ -55,8 +44,8 @@ protected:
     std::unique_ptr<WordBM> engine;
 
 private:
-    std::string base_;
-    std::optional<std::string> savedDebug_;
+    TempDir base_;
+    EnvGuard debug_{"TARVELL_DEBUG", base_.path().string()};
     std::map<std::string, std::string> originals_;
 };
 

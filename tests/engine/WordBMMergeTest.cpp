@@ -176,9 +176,8 @@ TEST_F(Merge, OneMissingFolderLevelIsMadeAndTwoAreListedAsMissing) {
     engine->Template(out_ + "\\a\\b\\&K&.&E&");
     engine->mfWBM_Test();
 
-    EXPECT_EQ(result().lines,
-              (std::vector<std::string>{"**Pfad nicht gefunden->" + out_ + "/a/b/10400000",
-                                        "**Pfad nicht gefunden->" + out_ + "/a/b/10400017"}));
+    EXPECT_EQ(result().lines, (std::vector<std::string>{"**Pfad nicht gefunden->" + out_ + "/a/b/10400000",
+                                                        "**Pfad nicht gefunden->" + out_ + "/a/b/10400017"}));
     EXPECT_EQ(result().errors, 2);
     EXPECT_EQ(result().ok, 0);
     EXPECT_FALSE(fs::exists(out_ + "/a"));

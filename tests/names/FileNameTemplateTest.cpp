@@ -1,6 +1,9 @@
 #include "names/FileNameTemplate.h"
 
 #include "data/CSVfile.h"
+#include "kit/EnvGuard.h"
+#include "kit/MemoryMaskStore.h"
+#include "kit/TempDir.h"
 #include "support/Cp1252.h"
 #include "support/Errors.h"
 
@@ -11,7 +14,6 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -26,13 +28,6 @@ std::string todayText() {
     std::strftime(text, sizeof text, "%Y%m%d", std::localtime(&now));
     return text;
 }
-
-class MemoryMaskStore : public MaskStore {
-public:
-    std::string load() override { return stored; }
-    void save(const std::string& mask) override { stored = mask; }
-    std::string stored;
-};
 
 // Answers like a user who confirms `answer`, or cancels when it has none; records what it was shown.
 class ScriptedEditor : public FileNameTemplateEditor {
@@ -53,18 +48,6 @@ private:
 
 class FileNameTemplateTest : public ::testing::Test {
 protected:
-    FileNameTemplateTest() {
-        std::string pattern = (fs::temp_directory_path() / "wordbm-names-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("cannot create a temporary folder");
-        }
-        folder_ = pattern;
-    }
-    ~FileNameTemplateTest() override {
-        std::error_code error;
-        fs::remove_all(folder_, error);
-    }
-
     // A control file written as the billing program does: cp1252, lines ending in CR LF.
     std::string controlFile(const std::vector<std::string>& rows) {
         std::string text = "KliKonto;RgNummer;RgDatum;BesrRunNr;KliName\r\n";
@@ -81,34 +64,12 @@ protected:
         return names.DocName(line);
     }
 
-    std::string folder_;
+    TempDir dir_;
+    const std::string folder_ = dir_.path().string();
     MemoryMaskStore store;
     std::string shown;
     bool released = false;
     FileNameTemplate names{store, std::make_unique<ScriptedEditor>("&K&.&E&", shown, released)};
-};
-
-class ScopedVariable {
-public:
-    ScopedVariable(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name)) {
-            old_ = old;
-        }
-        set(name, value);
-    }
-    ~ScopedVariable() { set(name_, old_ ? old_->c_str() : nullptr); }
-
-private:
-    static void set(const char* name, const char* value) {
-        if (value != nullptr) {
-            ::setenv(name, value, 1);
-        } else {
-            ::unsetenv(name);
-        }
-    }
-
-    const char* name_;
-    std::optional<std::string> old_;
 };
 
 TEST_F(FileNameTemplateTest, StandardMasksWithoutControlFileUseTheTestValues) {
@@ -172,8 +133,8 @@ TEST_F(FileNameTemplateTest, LowerCaseTagsAndOtherTextStayAsWritten) {
 }
 
 TEST_F(FileNameTemplateTest, EnvironmentVariablesAreReplacedWithTheirCurrentValue) {
-    ScopedVariable user("USERNAME", "anna");
-    ScopedVariable billing("BILLING", nullptr);
+    EnvGuard user("USERNAME", "anna");
+    EnvGuard billing("BILLING", std::nullopt);
     names.WordPath("/forms/Rechnung.docx");
     EXPECT_EQ(name("%USERNAME%\\&K&.&E&%BILLING%"), "anna\\11111111.docx");
     EXPECT_EQ(names.EnvVarName(3), "%USERNAME%");
@@ -181,7 +142,7 @@ TEST_F(FileNameTemplateTest, EnvironmentVariablesAreReplacedWithTheirCurrentValu
 }
 
 TEST_F(FileNameTemplateTest, ValuesFromDataOrEnvironmentNeverAddAFolder) {
-    ScopedVariable temp("TEMP", "/tmp\\x");
+    EnvGuard temp("TEMP", "/tmp\\x");
     names.WordPath(folder_ + "/Rechnung.docx");
     names.CSVPath(controlFile({"12/34;1;;1;A/B\\C"}));
     const std::string doc = name("&W&\\&K&-&G&-%TEMP%.&E&");
@@ -190,7 +151,7 @@ TEST_F(FileNameTemplateTest, ValuesFromDataOrEnvironmentNeverAddAFolder) {
 }
 
 TEST_F(FileNameTemplateTest, ValueHoldingALaterTagHasItReplacedToo) {
-    ScopedVariable temp("TEMP", "tmp");
+    EnvGuard temp("TEMP", "tmp");
     names.CSVPath(controlFile({"&G&;1;;1;%TEMP%"}));
     EXPECT_EQ(name("&K&|&G&"), "tmp|tmp");
 }

@@ -1,12 +1,12 @@
 #include "qrbill/QRCoder.h"
 
 #include "data/CSVfile.h"
+#include "kit/FileBytes.h"
+#include "kit/TempDir.h"
 #include "qrbill/Trans.h"
 #include "support/Cp1252.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 
 namespace wordbm {
@@ -18,28 +18,26 @@ constexpr const char* Header = "BankKto;BesrBet;BesrBetTF;BesrBetTR;BesrRefNr;Re
 class QRCoderTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        path_ = std::filesystem::temp_directory_path() /
-                ("qrcoder_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + ".csv");
-        std::ofstream out(path_, std::ios::binary);
-        out << utf8ToCp1252(std::string(Header) + "\r\n" +
-                            // 1: an ordinary invoice with umlauts in both addresses
-                            "CH44 3199 9123 0008 8901 2;1'234.50;1234;50;21 00000 00003 13947 14300 09017;"
-                            "Rechnung 4711;Treuhand Müller AG;Bahnhofstrasse 7;8001 Zürich;;;"
-                            "Frau;Renée Dupré;Rue du Lac 2;1200 Genève;\r\n" +
-                            // 2: no amount, no reference, no message, no debtor
-                            "CH4431999123000889012;;;;;;Büro €uro;Weg 1;3000 Bern;;;;;;;\r\n" +
-                            // 3: a zero amount and one that is no number
-                            "CH4431999123000889012;0.00;;;;;;;;;;;;;;\r\n" +
-                            "CH4431999123000889012;zwölf;;;;;;;;;;;;;;\r\n");
+        writeBytes(path_, utf8ToCp1252(
+                              std::string(Header) + "\r\n" +
+                              // 1: an ordinary invoice with umlauts in both addresses
+                              "CH44 3199 9123 0008 8901 2;1'234.50;1234;50;21 00000 00003 13947 14300 09017;"
+                              "Rechnung 4711;Treuhand Müller AG;Bahnhofstrasse 7;8001 Zürich;;;"
+                              "Frau;Renée Dupré;Rue du Lac 2;1200 Genève;\r\n" +
+                              // 2: no amount, no reference, no message, no debtor
+                              "CH4431999123000889012;;;;;;Büro €uro;Weg 1;3000 Bern;;;;;;;\r\n" +
+                              // 3: a zero amount and one that is no number
+                              "CH4431999123000889012;0.00;;;;;;;;;;;;;;\r\n" +
+                              "CH4431999123000889012;zwölf;;;;;;;;;;;;;;\r\n"));
     }
-    void TearDown() override { std::filesystem::remove(path_); }
 
     CSVfile& data() {
-        csv_.ReadFile(path_.string());
+        csv_.ReadFile(path_);
         return csv_;
     }
 
-    std::filesystem::path path_;
+    TempDir folder_;
+    const std::string path_ = folder_ / "lauf.csv";
     CSVfile csv_;
 };
 

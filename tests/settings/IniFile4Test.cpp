@@ -1,6 +1,8 @@
 #include "settings/IniFile4.h"
 
-#include "kit/TempFolder.h"
+#include "kit/EnvGuard.h"
+#include "kit/FileBytes.h"
+#include "kit/TempDir.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -8,24 +10,20 @@
 namespace wordbm {
 namespace {
 
-using testing::readBytes;
-using testing::TempFolder;
-using testing::writeBytes;
-
 TEST(IniFile4, ReadsHeadersAndEntriesByTheLineRules) {
-    TempFolder folder;
-    writeBytes(folder.path("in.ini"), "lost=1\r\n"
-                                      "[Main] trailing text\r\n"
-                                      " a = 1 \r\n"
-                                      ";x=comment-like\n"
-                                      "no equals sign\r"
-                                      "=starts with equals\r\n"
-                                      "[unclosed\r\n"
-                                      "b=x=y\r\n"
-                                      "[MAIN]\r\n"
-                                      "C=3\r\n");
+    TempDir folder;
+    writeBytes(folder / "in.ini", "lost=1\r\n"
+                                  "[Main] trailing text\r\n"
+                                  " a = 1 \r\n"
+                                  ";x=comment-like\n"
+                                  "no equals sign\r"
+                                  "=starts with equals\r\n"
+                                  "[unclosed\r\n"
+                                  "b=x=y\r\n"
+                                  "[MAIN]\r\n"
+                                  "C=3\r\n");
     IniFile4 ini;
-    ini.FilePath(folder.path("in.ini"));
+    ini.FilePath(folder / "in.ini");
 
     EXPECT_EQ(ini.Value("Main", "lost"), "");
     EXPECT_EQ(ini.Value("main", "a "), " 1"); // blanks around "=" belong to key and value
@@ -57,8 +55,8 @@ TEST(IniFile4, WritesEntriesWithTheirCaseOrderAndEmptyLines) {
 }
 
 TEST(IniFile4, RoundTripsCp1252TextThroughARealFile) {
-    TempFolder folder;
-    const std::string path = folder.path("round.ini");
+    TempDir folder;
+    const std::string path = folder / "round.ini";
     IniFile4 ini;
     ini.Value("Zürich", "Grösse", "Ärger über Öl");
     ini.Value("Zürich", "leer", "");
@@ -88,8 +86,8 @@ TEST(IniFile4, RoundTripsCp1252TextThroughARealFile) {
 }
 
 TEST(IniFile4, LeavesTheTargetIntactWhenWritingFails) {
-    TempFolder folder;
-    const std::string target = folder.path("settings.ini");
+    TempDir folder;
+    const std::string target = folder / "settings.ini";
     std::filesystem::create_directory(target); // rename over a folder fails, even for root
     writeBytes(target + "/inside.txt", "keep");
 
@@ -104,30 +102,30 @@ TEST(IniFile4, LeavesTheTargetIntactWhenWritingFails) {
 }
 
 TEST(IniFile4, ReadsHostileFilesAsNeutralContent) {
-    TempFolder folder;
+    TempDir folder;
     const std::string huge(1 << 20, 'x');
-    writeBytes(folder.path("huge.ini"), "[S]\r\nbig=" + huge + "\r\n[" + huge + "\r\n" + huge + "\r\n");
-    writeBytes(folder.path("nosection.ini"), "a=1\r\nb=2\r\n");
+    writeBytes(folder / "huge.ini", "[S]\r\nbig=" + huge + "\r\n[" + huge + "\r\n" + huge + "\r\n");
+    writeBytes(folder / "nosection.ini", "a=1\r\nb=2\r\n");
     constexpr char junk[] = "\0[\0]\0=\xFF\xFE\x81\r\n\x89PNG\x1A\0\0";
-    writeBytes(folder.path("binary.ini"), std::string(junk, sizeof junk - 1));
+    writeBytes(folder / "binary.ini", std::string(junk, sizeof junk - 1));
 
     IniFile4 ini;
-    ini.FilePath(folder.path("huge.ini"));
+    ini.FilePath(folder / "huge.ini");
     EXPECT_EQ(ini.Value("s", "big").size(), huge.size());
     for (const std::string name : {"nosection.ini", "binary.ini", "missing.ini", ""}) {
-        ini.FilePath(folder.path(name)); // "" reads the folder itself
+        ini.FilePath(folder / name); // "" reads the folder itself
         EXPECT_EQ(ini.Stream(), "") << name;
     }
-    writeBytes(folder.path("nul.ini"), std::string("[Bin]\r\nk=a\0b\r\n", 14));
-    ini.FilePath(folder.path("nul.ini"));
+    writeBytes(folder / "nul.ini", std::string("[Bin]\r\nk=a\0b\r\n", 14));
+    ini.FilePath(folder / "nul.ini");
     EXPECT_EQ(ini.Value("Bin", "k"), std::string("a\0b", 3));
 
     std::string many = "[Big]\r\n";
     for (int i = 0; i < 100000; ++i) {
         many += "key" + std::to_string(i) + "=" + std::to_string(i) + "\r\n";
     }
-    writeBytes(folder.path("many.ini"), many);
-    ini.FilePath(folder.path("many.ini"));
+    writeBytes(folder / "many.ini", many);
+    ini.FilePath(folder / "many.ini");
     EXPECT_EQ(ini.Value("big", "KEY99999"), "99999");
     EXPECT_EQ(ini.Section("Big").size(), 100001u);
 }

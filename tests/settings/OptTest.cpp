@@ -1,6 +1,8 @@
 #include "settings/Opt.h"
 
-#include "kit/TempFolder.h"
+#include "kit/EnvGuard.h"
+#include "kit/FileBytes.h"
+#include "kit/TempDir.h"
 #include "settings/IniSettingsStore.h"
 #include "settings/MemorySettingsStore.h"
 
@@ -10,8 +12,6 @@
 namespace wordbm {
 namespace {
 
-using testing::EnvironmentVariable;
-using testing::TempFolder;
 using Pairs = SettingsStore::Pairs;
 
 const std::string App = "Tarvell\\KDX6";
@@ -119,8 +119,8 @@ TEST(Opt, DirectModeWritesAtOnceAndStoreFailuresKeepTheCache) {
 }
 
 TEST(Opt, SurvivesInTheIniFileForTheNextRun) {
-    TempFolder config;
-    EnvironmentVariable xdg("XDG_CONFIG_HOME", config.path());
+    TempDir config;
+    EnvGuard xdg("XDG_CONFIG_HOME", config.path().string());
     {
         Opt opt(std::make_shared<IniSettingsStore>());
         opt.Init(std::nullopt, "Billing", "Merger");
@@ -128,7 +128,7 @@ TEST(Opt, SurvivesInTheIniFileForTheNextRun) {
         opt.ItemLet("Count", std::int32_t{12});
         opt.ItemLet("Stand", Date{45657.25});
     }
-    EXPECT_TRUE(std::filesystem::exists(config.path("Tarvell/KDX6.ini")));
+    EXPECT_TRUE(std::filesystem::exists(config / "Tarvell/KDX6.ini"));
     Opt next(std::make_shared<IniSettingsStore>());
     next.Init(std::nullopt, "Billing", "Merger");
     EXPECT_EQ(next.Item("mergertemplate"), Variant("&W&\\&K&-&D&-&R&-Rechnung.&E&"));

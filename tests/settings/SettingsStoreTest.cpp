@@ -1,4 +1,6 @@
-#include "kit/TempFolder.h"
+#include "kit/EnvGuard.h"
+#include "kit/FileBytes.h"
+#include "kit/TempDir.h"
 #include "settings/IniSettingsStore.h"
 #include "settings/MemorySettingsStore.h"
 
@@ -8,19 +10,15 @@
 namespace wordbm {
 namespace {
 
-using testing::EnvironmentVariable;
-using testing::readBytes;
-using testing::TempFolder;
-using testing::writeBytes;
 using Pairs = SettingsStore::Pairs;
 
 const std::string App = "Tarvell\\KDX6";
 const std::string Merger = "Billing\\Merger";
 
 TEST(IniSettingsStore, KeepsSectionsInTheApplicationsIniFile) {
-    TempFolder root;
-    IniSettingsStore store(root.path());
-    const std::string file = root.path("Tarvell/KDX6.ini");
+    TempDir root;
+    IniSettingsStore store(root.path().string());
+    const std::string file = root / "Tarvell/KDX6.ini";
     EXPECT_EQ(store.filePath(App), file);
 
     store.saveSetting(App, Merger, "DOCOpen", "String>/home/u");
@@ -43,26 +41,26 @@ TEST(IniSettingsStore, KeepsSectionsInTheApplicationsIniFile) {
 }
 
 TEST(IniSettingsStore, FindsItsFolderAndStaysInsideIt) {
-    TempFolder home;
+    TempDir home;
     {
-        EnvironmentVariable xdg("XDG_CONFIG_HOME", home.path("xdg"));
-        EXPECT_EQ(IniSettingsStore().filePath(App), home.path("xdg/Tarvell/KDX6.ini"));
+        EnvGuard xdg("XDG_CONFIG_HOME", home / "xdg");
+        EXPECT_EQ(IniSettingsStore().filePath(App), home / "xdg/Tarvell/KDX6.ini");
     }
-    EnvironmentVariable homeVariable("HOME", home.path());
+    EnvGuard homeVariable("HOME", home.path().string());
     for (const std::optional<std::string>& xdg :
          {std::optional<std::string>(), std::optional<std::string>("rel")}) {
-        EnvironmentVariable variable("XDG_CONFIG_HOME", xdg);
-        EXPECT_EQ(IniSettingsStore().filePath(App), home.path(".config/Tarvell/KDX6.ini"));
+        EnvGuard variable("XDG_CONFIG_HOME", xdg);
+        EXPECT_EQ(IniSettingsStore().filePath(App), home / ".config/Tarvell/KDX6.ini");
     }
-    IniSettingsStore store(home.path());
-    EXPECT_EQ(store.filePath("..\\..\\etc/./passwd"), home.path("etc/passwd.ini"));
+    IniSettingsStore store(home.path().string());
+    EXPECT_EQ(store.filePath("..\\..\\etc/./passwd"), home / "etc/passwd.ini");
     EXPECT_EQ(store.filePath("..\\"), "");
     store.saveSetting("..", "S", "k", "v"); // nowhere to go: dropped
 
-    std::filesystem::create_directories(home.path("Tarvell"));
-    writeBytes(home.path("Tarvell/KDX6.ini"), std::string("\x7F"
-                                                          "ELF\0\0binary",
-                                                          12));
+    std::filesystem::create_directories(home / "Tarvell");
+    writeBytes(home / "Tarvell/KDX6.ini", std::string("\x7F"
+                                                      "ELF\0\0binary",
+                                                      12));
     EXPECT_TRUE(store.getAllSettings(App, Merger).empty());
     store.saveSetting(App, Merger, "k", "two\r\nlines=forged");
     EXPECT_EQ(store.getAllSettings(App, Merger), (Pairs{{"k", "two  lines=forged"}}));

@@ -15,16 +15,6 @@ public:
 
 } // namespace
 
-std::string MemoryOptions::get(const std::string& key) {
-    const auto found = values.find(key);
-    return found == values.end() ? std::string() : found->second;
-}
-
-void MemoryOptions::set(const std::string& key, const std::string& value) {
-    values[key] = value;
-    ++writes;
-}
-
 TemplateFixture::TemplateFixture()
     : owner(std::make_unique<FileNameTemplate>(store, std::make_unique<UnusedEditor>())) {}
 

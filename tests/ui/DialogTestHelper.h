@@ -1,6 +1,7 @@
 #pragma once
 
-#include "engine/ports/OptionsPort.h"
+#include "kit/MemoryMaskStore.h"
+#include "kit/MemoryOptions.h"
 #include "names/FileNameTemplate.h"
 
 #include <QString>
@@ -12,22 +13,8 @@
 
 namespace wordbm::dialogtest {
 
-// The options store as a map; records how often each key was written.
-class MemoryOptions : public OptionsPort {
-public:
-    std::string get(const std::string& key) override;
-    void set(const std::string& key, const std::string& value) override;
-
-    std::map<std::string, std::string> values;
-    int writes = 0;
-};
-
-class MemoryMaskStore : public MaskStore {
-public:
-    std::string load() override { return stored; }
-    void save(const std::string& mask) override { stored = mask; }
-    std::string stored;
-};
+using wordbm::MemoryMaskStore;
+using wordbm::MemoryOptions;
 
 // A template whose own editor is never shown; the tests open frmFileNameTemplate themselves.
 struct TemplateFixture {

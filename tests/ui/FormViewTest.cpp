@@ -1,11 +1,11 @@
 #include "DialogTestHelper.h"
-#include "settings/MemorySettingsStore.h"
 #include "engine/WordBM.h"
 #include "engine/word/Application.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Range.h"
 #include "engine/word/Selection.h"
+#include "settings/MemorySettingsStore.h"
 #include "ui/DesktopSession.h"
 #include "ui/frmWordBM.h"
 

@@ -1,5 +1,4 @@
 #include "DialogTestHelper.h"
-#include "settings/MemorySettingsStore.h"
 #include "engine/WordBM.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/word/Application.h"
@@ -9,6 +8,7 @@
 #include "engine/word/Range.h"
 #include "engine/word/Selection.h"
 #include "engine/word/Shapes.h"
+#include "settings/MemorySettingsStore.h"
 #include "ui/DesktopSession.h"
 #include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"

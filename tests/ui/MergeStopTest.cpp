@@ -1,6 +1,6 @@
 #include "DialogTestHelper.h"
-#include "settings/MemorySettingsStore.h"
 #include "engine/WordBM.h"
+#include "settings/MemorySettingsStore.h"
 #include "ui/DesktopSession.h"
 #include "ui/frmWordBM.h"
 

@@ -2,9 +2,9 @@
 
 #include "data/CSVfile.h"
 #include "data/KnownFields.h"
-#include "engine/word/AutomationError.h"
 #include "engine/ports/SlipPort.h"
 #include "engine/word/Application.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Selection.h"

@@ -1,9 +1,9 @@
 #include "engine/merge/InvoiceMaker.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/merge/BookmarkFiller.h"
 #include "engine/merge/PrintTurns.h"
 #include "engine/word/Application.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
 #include "engine/word/WordConstants.h"
@@ -147,6 +147,7 @@ void InvoiceMaker::reopen(word::DocumentPtr& doc, bool saved) {
         try {
             doc->Close(word::wd::wdDoNotSaveChanges);
         } catch (const std::exception&) {
+            // A document that will not close is let go of; the form is opened afresh below.
         }
     }
     try {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/merge/InvoiceOutcome.h"
-#include "engine/ports/MergeChoices.h"
 #include "engine/merge/MergeJob.h"
+#include "engine/ports/MergeChoices.h"
 #include "engine/word/Forward.h"
 
 #include <functional>

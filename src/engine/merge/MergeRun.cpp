@@ -1,11 +1,16 @@
 #include "engine/merge/MergeRun.h"
 
+#include "data/CSVfile.h"
+#include "data/KnownFields.h"
 #include "engine/merge/InvoiceMaker.h"
+#include "engine/merge/MergeSession.h"
 #include "engine/merge/MergeWorkers.h"
-#include "engine/WordBM.h"
+#include "engine/ports/UserInterface.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
+#include "names/FileNameTemplate.h"
 #include "qrbill/QRBillValidator.h"
+#include "qrbill/QRCoder.h"
 #include "support/Folders.h"
 
 #include <algorithm>
@@ -29,17 +34,17 @@ std::string withoutExtension(const std::string& name) {
 
 } // namespace
 
-MergeRun::MergeRun(WordBM& engine, const MergeChoices& choices, bool testOnly)
-    : engine_(engine), choices_(choices), testOnly_(testOnly) {}
+MergeRun::MergeRun(MergeSession& session, const MergeChoices& choices, bool testOnly)
+    : session_(session), choices_(choices), testOnly_(testOnly) {}
 
 MergeRun::~MergeRun() = default;
 
 bool MergeRun::formHasQRData() {
     try {
-        const word::BookmarksPtr bookmarks = engine_.doc_->Bookmarks();
+        const word::BookmarksPtr bookmarks = session_.Doc()->Bookmarks();
         const int count = bookmarks->Count();
         for (int i = 1; i <= count; ++i) {
-            const std::string field = engine_.fields_.BookmarkFieldGet(bookmarks->Item(i)->Name());
+            const std::string field = session_.Fields().BookmarkFieldGet(bookmarks->Item(i)->Name());
             if (BookmarkFiller::isQRField(field) || field.starts_with(BookmarkFiller::SlipPrefix)) {
                 return true;
             }
@@ -52,36 +57,37 @@ bool MergeRun::formHasQRData() {
 
 ResultList MergeRun::run() {
     prepare();
-    engine_.ui_.progressStart(testOnly_ ? "Dateinamen testen" : "Rechnungen erstellen", lineCount_);
+    session_.UI().progressStart(testOnly_ ? "Dateinamen testen" : "Rechnungen erstellen", lineCount_);
     walkRows();
     deliverAll();
-    engine_.ui_.progressStop();
+    session_.UI().progressStop();
     return finish();
 }
 
 void MergeRun::prepare() {
-    WordBM& e = engine_;
-    e.template_.WordPath(e.wordDoc_);
-    e.template_.CSVPath(e.csvDoc_);
-    lineCount_ = std::max(e.csv_.LineCount(), 0);
+    MergeSession& s = session_;
+    s.NameTemplate().WordPath(s.WordDoc());
+    s.NameTemplate().CSVPath(s.CSVDoc());
+    lineCount_ = std::max(s.CSV().LineCount(), 0);
     checkQR_ = formHasQRData();
-    for (const std::string* input : {&e.wordDoc_, &e.wordWork_, &e.csvDoc_, &e.csvWork_}) {
+    for (const std::string* input : {&s.WordDoc(), &s.WordWork(), &s.CSVDoc(), &s.CSVWork()}) {
         names_.reserve(nativePath(*input));
     }
     if (testOnly_) {
         return;
     }
-    if (e.mergeJobs_ > 1 && lineCount_ > 1) {
+    if (s.MergeJobs() > 1 && lineCount_ > 1) {
         workers_ = std::make_unique<MergeWorkers>(
-            e.mergeJobs_,
-            MergeWorkers::Setup{e.createWord_, e.wordWork_, choices_, &e.fields_, e.slip_.get()}, e.csv_);
+            s.MergeJobs(),
+            MergeWorkers::Setup{s.WordFactory(), s.WordWork(), choices_, &s.Fields(), s.SlipBuilder()},
+            s.CSV());
         return;
     }
-    const auto letEventsRun = [&e] { e.ui_.processEvents(); };
-    filler_ = std::make_unique<BookmarkFiller>(e.fields_, e.csv_, e.coder_, e.qrImage_, e.slip_.get(),
-                                               letEventsRun);
-    const auto report = [&e](const std::string& text) { e.MyMsgBox(text, msgbox::Stop, WordBM::Title); };
-    maker_ = std::make_unique<InvoiceMaker>(*e.word_, e.wordWork_, choices_, *filler_,
+    const auto letEventsRun = [&s] { s.UI().processEvents(); };
+    filler_ = std::make_unique<BookmarkFiller>(s.Fields(), s.CSV(), s.Coder(), s.QRComponent(),
+                                               s.SlipBuilder(), letEventsRun);
+    const auto report = [&s](const std::string& text) { s.ShowFailure(text); };
+    maker_ = std::make_unique<InvoiceMaker>(*s.Word(), s.WordWork(), choices_, *filler_,
                                             InvoiceMaker::Hooks{report, letEventsRun, nullptr});
 }
 
@@ -107,25 +113,24 @@ ResultList MergeRun::finish() {
         result_.lines.push_back(Stopped + std::to_string(stopRow_));
     }
     if (!testOnly_ && choices_.WordClose) {
-        engine_.mfWBM_Quit(true);
+        session_.mfWBM_Quit(true);
     }
     result_.testOnly = testOnly_;
-    engine_.mergeResult_ = result_;
-    engine_.ui_.resultListDialog(result_);
+    session_.MergeResult(result_);
+    session_.UI().resultListDialog(result_);
     return result_;
 }
 
 MergeRun::Entry MergeRun::plan(std::int32_t row, std::optional<MergeJob>& job) {
-    WordBM& e = engine_;
     Entry entry;
     entry.row = row;
-    if (!e.InvoiceRow(row)) {
+    if (!session_.InvoiceRow(row)) {
         return entry;
     }
-    const std::string docName = e.template_.DocName(row, e.csv_);
+    const std::string docName = session_.NameTemplate().DocName(row, session_.CSV());
     const std::string path = FileNameTemplate::nativeDocPath(docName);
     const std::string shown = withoutExtension(path);
-    if (!e.DocFolderCheck(docName)) {
+    if (!session_.DocFolderCheck(docName)) {
         entry.lines.push_back(MissingPath + shown);
         entry.error = true;
     } else if (!names_.claim(path)) {
@@ -138,7 +143,7 @@ MergeRun::Entry MergeRun::plan(std::int32_t row, std::optional<MergeJob>& job) {
         }
     }
     if (checkQR_) {
-        for (const std::string& warning : QRBillValidator::validate(e.coder_.QRText(row))) {
+        for (const std::string& warning : QRBillValidator::validate(session_.Coder().QRText(row))) {
             entry.lines.push_back(QRWarning + warning);
         }
     }
@@ -148,7 +153,7 @@ MergeRun::Entry MergeRun::plan(std::int32_t row, std::optional<MergeJob>& job) {
 bool MergeRun::submit(Entry& entry, MergeJob job) {
     if (!workers_) {
         // The dialogs of a failure belong between this invoice's steps, so they are shown at once.
-        record(entry, maker_->make(engine_.doc_, job, engine_.CheckDoc()));
+        record(entry, maker_->make(session_.OpenDoc(), job, session_.CheckDoc(false)));
         return true;
     }
     while (workers_->full()) {
@@ -173,7 +178,7 @@ void MergeRun::deliver(int waitMilliseconds) {
                 return;
             }
             for (const std::string& message : outcome->messages) {
-                engine_.MyMsgBox(message, msgbox::Stop, WordBM::Title);
+                session_.ShowFailure(message);
             }
             record(head, *outcome);
         }
@@ -226,12 +231,12 @@ void MergeRun::add(Entry& entry) {
         ++(entry.error ? result_.errors : result_.ok);
         result_.lines.insert(result_.lines.end(), entry.lines.begin(), entry.lines.end());
     }
-    engine_.ui_.progressStep(entry.row, lineCount_);
-    engine_.ui_.processEvents();
+    session_.UI().progressStep(entry.row, lineCount_);
+    session_.UI().processEvents();
 }
 
 bool MergeRun::stopRequested() {
-    return engine_.ui_.stopRequested();
+    return session_.UI().stopRequested();
 }
 
 } // namespace wordbm

@@ -2,9 +2,9 @@
 
 #include "engine/merge/BookmarkFiller.h"
 #include "engine/merge/InvoiceOutcome.h"
-#include "engine/ports/MergeChoices.h"
 #include "engine/merge/MergeJob.h"
 #include "engine/merge/OutputNames.h"
+#include "engine/ports/MergeChoices.h"
 #include "engine/ports/ResultList.h"
 
 #include <cstddef>
@@ -18,8 +18,8 @@
 namespace wordbm {
 
 class InvoiceMaker;
+class MergeSession;
 class MergeWorkers;
-class WordBM;
 
 // One merge or test run of the engine: for every invoice row of the control file the name from
 // the mask, its folder, the invoice itself (made here on the session's document, or by worker
@@ -27,7 +27,7 @@ class WordBM;
 class MergeRun {
 public:
     // Choices as the merge dialog returned them; a test run takes none.
-    MergeRun(WordBM& engine, const MergeChoices& choices, bool testOnly);
+    MergeRun(MergeSession& session, const MergeChoices& choices, bool testOnly);
     ~MergeRun();
     MergeRun(const MergeRun&) = delete;
     MergeRun& operator=(const MergeRun&) = delete;
@@ -70,7 +70,7 @@ private:
     void add(Entry& entry);
     bool stopRequested();
 
-    WordBM& engine_;
+    MergeSession& session_;
     MergeChoices choices_;
     bool testOnly_;
     bool checkQR_ = false;

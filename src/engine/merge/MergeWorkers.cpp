@@ -1,9 +1,9 @@
 #include "engine/merge/MergeWorkers.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/merge/BookmarkFiller.h"
 #include "engine/merge/InvoiceMaker.h"
 #include "engine/word/Application.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
 #include "engine/word/WordConstants.h"
@@ -153,6 +153,7 @@ void MergeWorkers::work(Worker& worker) {
         try {
             word->Quit(word::wd::wdDoNotSaveChanges);
         } catch (const std::exception&) {
+            // The thread's word processor had nothing to save; one that will not quit is let go of anyway.
         }
     }
 }

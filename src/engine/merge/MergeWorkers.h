@@ -2,9 +2,9 @@
 
 #include "data/CSVfile.h"
 #include "engine/merge/InvoiceOutcome.h"
-#include "engine/ports/MergeChoices.h"
 #include "engine/merge/MergeJob.h"
 #include "engine/merge/PrintTurns.h"
+#include "engine/ports/MergeChoices.h"
 #include "engine/word/Forward.h"
 
 #include <chrono>

@@ -1,10 +1,10 @@
 #include "engine/ooxml/DocxApplication.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxDocuments.h"
 #include "engine/ooxml/DocxSelection.h"
 #include "engine/ooxml/Package.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/WordConstants.h"
 
 #include <algorithm>

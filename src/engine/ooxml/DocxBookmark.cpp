@@ -1,8 +1,8 @@
 #include "engine/ooxml/DocxBookmark.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxRange.h"
+#include "engine/word/AutomationError.h"
 
 namespace wordbm::ooxml {
 

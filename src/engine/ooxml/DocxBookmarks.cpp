@@ -1,11 +1,11 @@
 #include "engine/ooxml/DocxBookmarks.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxBookmark.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxRange.h"
 #include "engine/ooxml/NameKey.h"
 #include "engine/ooxml/Utf16.h"
+#include "engine/word/AutomationError.h"
 
 #include <algorithm>
 

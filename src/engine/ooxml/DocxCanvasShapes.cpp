@@ -1,11 +1,11 @@
 #include "engine/ooxml/DocxCanvasShapes.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxShape.h"
 #include "engine/ooxml/DrawingCanvas.h"
 #include "engine/ooxml/MediaParts.h"
 #include "engine/ooxml/Package.h"
+#include "engine/word/AutomationError.h"
 #include "support/FileOps.h"
 
 namespace wordbm::ooxml {

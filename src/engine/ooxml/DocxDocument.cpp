@@ -1,6 +1,5 @@
 #include "engine/ooxml/DocxDocument.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/office/CupsPrinter.h"
 #include "engine/office/OfficeConverter.h"
 #include "engine/ooxml/DocxBookmarks.h"
@@ -15,6 +14,7 @@
 #include "engine/ooxml/TemporaryFolder.h"
 #include "engine/ooxml/VmlFallback.h"
 #include "engine/ooxml/XmlTree.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/WordConstants.h"
 #include "support/FileOps.h"
 

@@ -1,8 +1,8 @@
 #include "engine/ooxml/DocxDocuments.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/DocxDocument.h"
+#include "engine/word/AutomationError.h"
 
 namespace wordbm::ooxml {
 

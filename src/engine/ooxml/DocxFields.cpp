@@ -1,9 +1,9 @@
 #include "engine/ooxml/DocxFields.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxField.h"
 #include "engine/ooxml/Story.h"
+#include "engine/word/AutomationError.h"
 
 namespace wordbm::ooxml {
 

@@ -1,9 +1,9 @@
 #include "engine/ooxml/DocxHeaderFooter.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxRange.h"
 #include "engine/ooxml/DocxShapes.h"
+#include "engine/word/AutomationError.h"
 
 namespace wordbm::ooxml {
 

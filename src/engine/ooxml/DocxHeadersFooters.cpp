@@ -1,8 +1,8 @@
 #include "engine/ooxml/DocxHeadersFooters.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxHeaderFooter.h"
+#include "engine/word/AutomationError.h"
 
 namespace wordbm::ooxml {
 

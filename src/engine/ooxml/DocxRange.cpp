@@ -1,11 +1,11 @@
 #include "engine/ooxml/DocxRange.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxBookmarks.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxFields.h"
 #include "engine/ooxml/DocxFont.h"
 #include "engine/ooxml/Story.h"
+#include "engine/word/AutomationError.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "engine/ooxml/DocxSections.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxSection.h"
+#include "engine/word/AutomationError.h"
 
 namespace wordbm::ooxml {
 

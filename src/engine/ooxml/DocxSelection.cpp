@@ -1,12 +1,12 @@
 #include "engine/ooxml/DocxSelection.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxFont.h"
 #include "engine/ooxml/DocxRange.h"
 #include "engine/ooxml/DrawingNamespaces.h"
 #include "engine/ooxml/InlinePicture.h"
 #include "engine/ooxml/MediaParts.h"
+#include "engine/word/AutomationError.h"
 #include "qrbill/ImageSlot.h"
 
 #include <algorithm>

@@ -1,12 +1,12 @@
 #include "engine/ooxml/DocxShape.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxCanvasShapes.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxLineFormat.h"
 #include "engine/ooxml/DocxTextFrame.h"
 #include "engine/ooxml/DrawingCanvas.h"
 #include "engine/ooxml/ShapeFinder.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/WordConstants.h"
 
 namespace wordbm::ooxml {

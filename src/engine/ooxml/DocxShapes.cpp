@@ -1,12 +1,12 @@
 #include "engine/ooxml/DocxShapes.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxRange.h"
 #include "engine/ooxml/DocxShape.h"
 #include "engine/ooxml/DrawingCanvas.h"
 #include "engine/ooxml/NameKey.h"
 #include "engine/ooxml/ShapeFinder.h"
+#include "engine/word/AutomationError.h"
 
 namespace wordbm::ooxml {
 

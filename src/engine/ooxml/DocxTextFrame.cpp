@@ -1,9 +1,9 @@
 #include "engine/ooxml/DocxTextFrame.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxRange.h"
 #include "engine/ooxml/DocxShape.h"
+#include "engine/word/AutomationError.h"
 
 namespace wordbm::ooxml {
 

@@ -1,10 +1,10 @@
 #include "engine/ooxml/DrawingCanvas.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DrawingNamespaces.h"
 #include "engine/ooxml/DrawingXml.h"
 #include "engine/ooxml/Emu.h"
 #include "engine/ooxml/VmlFallback.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/WordConstants.h"
 
 #include <algorithm>

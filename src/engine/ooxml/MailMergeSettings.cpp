@@ -1,8 +1,8 @@
 #include "engine/ooxml/MailMergeSettings.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/Package.h"
 #include "engine/ooxml/XmlTree.h"
+#include "engine/word/AutomationError.h"
 
 #include <array>
 #include <set>

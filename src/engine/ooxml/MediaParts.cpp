@@ -1,7 +1,7 @@
 #include "engine/ooxml/MediaParts.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/Package.h"
+#include "engine/word/AutomationError.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
 #include "engine/ooxml/StoryEditor.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/RunSplitter.h"
 #include "engine/ooxml/SchemaOrder.h"
 #include "engine/ooxml/TextWriter.h"
+#include "engine/word/AutomationError.h"
 
 #include <algorithm>
 #include <set>

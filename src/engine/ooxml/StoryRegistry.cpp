@@ -106,6 +106,7 @@ void StoryRegistry::addPart(StoryKind kind, const std::string& partName, const c
             parts_.push_back(std::make_unique<Story>(kind, stem(partName), partName, root));
         }
     } catch (const AutomationError&) {
+        // Unreadable: the part has no story (see above).
     }
 }
 

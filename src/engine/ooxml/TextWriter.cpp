@@ -1,8 +1,8 @@
 #include "engine/ooxml/TextWriter.h"
 
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/RunSplitter.h"
 #include "engine/ooxml/Utf16.h"
+#include "engine/word/AutomationError.h"
 
 #include <vector>
 

@@ -1,11 +1,11 @@
 #include "engine/slip/modESQR.h"
 
-#include "engine/word/AutomationError.h"
+#include "engine/ports/UserInterface.h"
 #include "engine/slip/SlipBoxWriter.h"
 #include "engine/slip/SlipCanvasName.h"
 #include "engine/slip/SlipValue.h"
-#include "engine/ports/UserInterface.h"
 #include "engine/word/Application.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Range.h"

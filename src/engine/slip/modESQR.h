@@ -1,8 +1,8 @@
 #pragma once
 
+#include "engine/ports/SlipPort.h"
 #include "engine/slip/SlipLayout.h"
 #include "engine/slip/SlipMarks.h"
-#include "engine/ports/SlipPort.h"
 #include "qrbill/Trans.h"
 
 #include <string>

@@ -2,11 +2,11 @@
 // private cupsd, found again as PDFs in its output folder.
 #include "engine/office/CupsPrinter.h"
 
-#include "kit/EnvGuard.h"
 #include "ExternalProgram.h"
 #include "PrivateCupsd.h"
-#include "kit/TempDir.h"
 #include "engine/word/AutomationError.h"
+#include "kit/EnvGuard.h"
+#include "kit/TempDir.h"
 #include "support/FileOps.h"
 
 #include <exception>

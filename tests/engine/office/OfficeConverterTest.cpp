@@ -2,19 +2,19 @@
 // out, the errors a user sees, and how the pool lives through killed, hung and worn workers.
 #include "engine/office/OfficeConverter.h"
 
-#include "kit/EnvGuard.h"
 #include "ExternalProgram.h"
-#include "kit/TempDir.h"
 #include "engine/word/AutomationError.h"
+#include "kit/EnvGuard.h"
+#include "kit/TempDir.h"
 #include "support/FileOps.h"
 
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <functional>
-#include <iterator>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <mutex>
 #include <sstream>
 #include <thread>

@@ -1,9 +1,9 @@
 #include "CorpusFiles.h"
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/Package.h"
 #include "engine/ooxml/StoryListing.h"
 #include "engine/ooxml/TemporaryFolder.h"
+#include "engine/word/AutomationError.h"
 
 #include <gtest/gtest.h>
 #include <map>

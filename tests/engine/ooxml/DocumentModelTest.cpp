@@ -1,9 +1,9 @@
 #include "CorpusFiles.h"
 #include "HandmadeDocument.h"
 #include "WordSession.h"
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/Package.h"
 #include "engine/ooxml/TemporaryFolder.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/Font.h"
 #include "qrbill/ImageSlot.h"
 

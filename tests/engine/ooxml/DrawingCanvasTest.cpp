@@ -1,11 +1,11 @@
 #include "engine/ooxml/DrawingCanvas.h"
 
 #include "PartXml.h"
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DrawingXml.h"
 #include "engine/ooxml/ShapeFinder.h"
 #include "engine/ooxml/VmlFallback.h"
 #include "engine/ooxml/VmlStyle.h"
+#include "engine/word/AutomationError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "DocumentSnapshot.h"
 #include "StoryXml.h"
 #include "WordSession.h"
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/Package.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/TextLength.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "WordSession.h"
-#include "engine/word/AutomationError.h"
 #include "engine/office/WorkerProgram.h"
 #include "engine/ooxml/TemporaryFolder.h"
+#include "engine/word/AutomationError.h"
 
 #include <array>
 #include <cstdio>

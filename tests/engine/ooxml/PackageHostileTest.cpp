@@ -1,5 +1,5 @@
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/Package.h"
+#include "engine/word/AutomationError.h"
 #include "ooxml/HandmadeZip.h"
 #include "support/FileOps.h"
 

@@ -1,9 +1,9 @@
 #include "engine/word/Selection.h"
 
 #include "HandmadeDocument.h"
-#include "engine/word/AutomationError.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/TemporaryFolder.h"
+#include "engine/word/AutomationError.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"

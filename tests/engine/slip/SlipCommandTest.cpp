@@ -1,27 +1,20 @@
 // The engine's payment-slip command: the dialog's choices reach the builder, the person hears of it.
 #include "SlipFixture.h"
-#include "engine/ports/OptionsPort.h"
 #include "engine/WordBM.h"
 #include "engine/word/Application.h"
 #include "engine/word/Document.h"
+#include "kit/EnvGuard.h"
+#include "kit/MemoryOptions.h"
 
-#include <cstdlib>
 #include <filesystem>
 
 namespace wordbm::slip::test {
 namespace {
 
-class NoOptions : public OptionsPort {
-public:
-    std::string get(const std::string&) override { return {}; }
-    void set(const std::string&, const std::string&) override {}
-};
-
 // An engine on a copy of Empty.docx whose working copies go below the fixture's folder.
 class SlipCommand : public SlipTest {
 protected:
     void SetUp() override {
-        ::setenv("TARVELL_DEBUG", folder.path().c_str(), 1);
         engine = std::make_unique<WordBM>(ui, options, [] { return ooxml::DocxApplication::create(); });
         engine->SlipBuilder(std::make_unique<modESQR>(ui, engine->QRComponent(), WORDBM_SLIP_IMAGE_DIR));
         form = folder.path() + "/Rechnung.docx";
@@ -30,12 +23,10 @@ protected:
         doc = engine->Doc();
         ui.boxes.clear();
     }
-    void TearDown() override {
-        engine.reset();
-        ::unsetenv("TARVELL_DEBUG");
-    }
+    void TearDown() override { engine.reset(); }
 
-    NoOptions options;
+    EnvGuard debug{"TARVELL_DEBUG", folder.path()};
+    MemoryOptions options;
     std::unique_ptr<WordBM> engine;
     std::string form;
 };

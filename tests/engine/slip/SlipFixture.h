@@ -2,12 +2,12 @@
 
 #include "data/CSVfile.h"
 #include "data/KnownFields.h"
-#include "kit/ScriptedUserInterface.h"
-#include "engine/slip/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/TemporaryFolder.h"
+#include "engine/slip/modESQR.h"
 #include "engine/word/Shapes.h"
 #include "engine/word/WordConstants.h"
+#include "kit/ScriptedUserInterface.h"
 #include "qrbill/QRCoder.h"
 #include "qrbill/QRImage.h"
 
