@@ -51,6 +51,14 @@ std::vector<std::string> bookmarkNames(word::Document& doc) {
     return names;
 }
 
+bool stillThere(word::Document& doc, const std::string& name) {
+    try {
+        return doc.Bookmarks()->Exists(name);
+    } catch (const std::exception&) {
+        return true; // the fill says what is wrong
+    }
+}
+
 void setScreenUpdating(word::Application& word, bool updating) {
     try {
         word.ScreenUpdating(updating);
@@ -86,9 +94,12 @@ std::vector<std::string> BookmarkFiller::fill(word::Application& word, word::Doc
     } catch (const std::exception& failure) {
         problems.push_back(std::string("Textmarken: ") + failure.what());
     }
+    // In the collection's order, as Word walks it: a bookmark inside another one that was filled
+    // before it went with the container's text, as in Word, and the container's value stands.
+    // Only this loop edits the document, so a bookmark missing at its turn is one of those.
     for (const std::string& name : names) {
         const std::string field = fields_.BookmarkFieldGet(name);
-        if (field.empty()) {
+        if (field.empty() || !stillThere(doc, name)) {
             continue;
         }
         try {
