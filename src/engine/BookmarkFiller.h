@@ -28,9 +28,9 @@ public:
                    SlipPort* slip, std::function<void()> letEventsRun);
 
     // Fills every engine bookmark of `doc` (the active document of `word`) from data line `row`.
-    // Bookmarks are filled in the collection's order; one that went with the text of a container
-    // filled before it is passed over, as it is in Word. A bookmark that cannot be filled is
-    // passed over too, and the list says which and why, one line each.
+    // Bookmarks are filled in the collection's order; filling one removes the bookmarks inside it,
+    // as Word does, and those are then passed over. A bookmark that cannot be filled is passed
+    // over too, and the list says which and why, one line each.
     std::vector<std::string> fill(word::Application& word, word::Document& doc, std::int32_t row);
 
     // The fields whose text comes from the QR-bill data rather than from a column.
@@ -46,6 +46,7 @@ private:
     void fillOne(word::Application& word, word::Document& doc, const std::string& bookmark,
                  const std::string& field, std::int32_t row);
     void pasteQRCode(word::Selection& selection, std::int32_t row);
+    static std::vector<std::string> bookmarksInside(word::Bookmark& bookmark);
     std::string textOf(const std::string& field, std::int32_t row);
 
     const KnownFields& fields_;
