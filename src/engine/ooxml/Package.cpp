@@ -117,6 +117,8 @@ void Package::checkIsWordDocument() {
     if (!isOneOf(type, PlainMainTypes) && !isOneOf(type, MacroMainTypes)) {
         throw packageError::notWord();
     }
+    // A damaged or hostile main document is refused on opening, not at the first edit.
+    xml(main);
 }
 
 std::unique_ptr<Package> Package::clone() const {
