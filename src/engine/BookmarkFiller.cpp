@@ -142,16 +142,23 @@ void BookmarkFiller::fillOne(word::Application& word, word::Document& doc, const
     }
     // In Word a bookmark goes with the text it marks; here one that starts or ends exactly where
     // the filled one does would survive, depending on the order of the markers in the file.
-    const word::BookmarksPtr bookmarks = doc.Bookmarks();
     for (const std::string& name : inside) {
-        if (bookmarks->Exists(name)) {
-            bookmarks->Item(name)->Delete();
+        if (stillThere(doc, name)) {
+            doc.Bookmarks()->Item(name)->Delete();
         }
     }
 }
 
 // The other bookmarks within the bookmark's text; a collapsed one at its edge lies outside it.
 std::vector<std::string> BookmarkFiller::bookmarksInside(word::Bookmark& bookmark) {
+    try {
+        return bookmarksWithin(bookmark);
+    } catch (const std::exception&) {
+        return {}; // a range that cannot list its bookmarks leaves them to the typing
+    }
+}
+
+std::vector<std::string> BookmarkFiller::bookmarksWithin(word::Bookmark& bookmark) {
     const long start = bookmark.Start();
     const long end = bookmark.End();
     const std::string own = bookmark.Name();

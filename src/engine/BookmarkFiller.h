@@ -47,6 +47,7 @@ private:
                  const std::string& field, std::int32_t row);
     void pasteQRCode(word::Selection& selection, std::int32_t row);
     static std::vector<std::string> bookmarksInside(word::Bookmark& bookmark);
+    static std::vector<std::string> bookmarksWithin(word::Bookmark& bookmark);
     std::string textOf(const std::string& field, std::int32_t row);
 
     const KnownFields& fields_;
