@@ -111,7 +111,8 @@ public:
     const std::string& Trace() const { return trace_; }
     int MergeFieldsTotal() const { return mergeFieldsTotal_; }
     int MergeFieldsKnown() const { return mergeFieldsKnown_; }
-    // The known merge fields in visiting order; a field reached twice is listed twice.
+    // The known merge fields in visiting order; a field reached twice is listed twice. Those inside
+    // another field are left out: conversion and reset leave them, and the trace marks them NESTED.
     const std::vector<word::FieldPtr>& Gathered() const { return gathered_; }
     int BookmarksTotal() const { return bookmarksTotal_; }
     int BookmarksKnown() const { return bookmarksKnown_; }
@@ -164,6 +165,8 @@ private:
     void wordDocHide();
     void csvDataClear();
     bool copyBack(const std::string& kind, const std::string& original, const std::string& working);
+    // How many fields the field's code and result hold, at any depth.
+    static int nestedFieldCount(const word::FieldPtr& field);
     void walkShape(const word::ShapePtr& shape);
     void walkSection(const word::SectionPtr& section);
     void walkHeadersFooters(const word::HeadersFootersPtr& parts, const std::string& kind,

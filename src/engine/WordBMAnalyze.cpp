@@ -98,9 +98,13 @@ void WordBM::FieldsWalk(const word::FieldsPtr& fields) {
         // Fields that cannot be counted are walked as none; the trace shows Fields=0.
     }
     TraceAdd("Fields=" + number(count));
+    // The collection lists the fields nested in a field right after it.
+    int nestedUpTo = 0;
     for (int i = 1; i <= count; ++i) {
         try {
             const word::FieldPtr field = fields->Item(i);
+            const bool nested = i <= nestedUpTo;
+            nestedUpTo = std::max(nestedUpTo, i + nestedFieldCount(field));
             const std::string code = field->Code()->Text();
             const auto name = MergeFieldName(code);
             if (!name) {
@@ -112,7 +116,13 @@ void WordBM::FieldsWalk(const word::FieldsPtr& fields) {
             if (!fields_.FieldKnown(*name).empty()) {
                 ++mergeFieldsKnown_;
                 line += " ISKNOWN";
-                gathered_.push_back(field);
+                // A merge field in another field's code or result is part of that field: turned
+                // into a bookmark or deleted it would break the outer field, so it stays as it is.
+                if (nested) {
+                    line += " NESTED";
+                } else {
+                    gathered_.push_back(field);
+                }
             }
             ui_.processEvents();
             TraceAdd(line);
@@ -122,6 +132,19 @@ void WordBM::FieldsWalk(const word::FieldsPtr& fields) {
     }
     TraceAdd("Fields done");
     depth_ = depth;
+}
+
+int WordBM::nestedFieldCount(const word::FieldPtr& field) {
+    int count = 0;
+    try {
+        count += field->Code()->Fields()->Count();
+    } catch (const std::exception&) {
+    }
+    try {
+        count += field->Result()->Fields()->Count();
+    } catch (const std::exception&) {
+    }
+    return count;
 }
 
 void WordBM::walkShape(const word::ShapePtr& shape) {

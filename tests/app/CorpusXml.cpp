@@ -2,7 +2,9 @@
 
 #include <fstream>
 #include <functional>
+#include <map>
 #include <regex>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 #include <zip.h>
@@ -118,6 +120,61 @@ void CorpusXml::saveCopy(const fs::path& target, const std::vector<std::string>&
         zip_discard(archive);
         throw std::runtime_error("cannot write " + target.string());
     }
+}
+
+namespace {
+
+// "word/_rels/document.xml.rels" and "media/a.png" give "word/media/a.png"; "/x" is absolute.
+std::string resolveTarget(const std::string& relsPart, const std::string& target) {
+    if (target.rfind('/', 0) == 0) {
+        return target.substr(1);
+    }
+    const auto rels = fs::path(relsPart);
+    const auto folder = rels.parent_path().parent_path();
+    return (folder / target).lexically_normal().generic_string();
+}
+
+} // namespace
+
+std::vector<std::string> CorpusXml::packageFaults(const fs::path& docx) {
+    std::vector<std::string> faults;
+    int error = 0;
+    zip_t* archive = zip_open(docx.c_str(), ZIP_RDONLY, &error);
+    if (!archive) {
+        return {"not a zip archive"};
+    }
+    std::set<std::string> entries;
+    std::map<std::string, std::string> relsParts;
+    for (zip_int64_t i = 0; i < zip_get_num_entries(archive, 0); ++i) {
+        const std::string name = zip_get_name(archive, static_cast<zip_uint64_t>(i), 0);
+        entries.insert(name);
+        const bool rels = name.size() > 5 && name.substr(name.size() - 5) == ".rels";
+        if (!rels && (name.size() < 4 || name.substr(name.size() - 4) != ".xml")) {
+            continue;
+        }
+        const std::string bytes = readEntry(archive, static_cast<zip_uint64_t>(i));
+        pugi::xml_document xml;
+        if (!xml.load_buffer(bytes.data(), bytes.size())) {
+            faults.push_back(name + " does not parse");
+        } else if (rels) {
+            relsParts[name] = bytes;
+        }
+    }
+    zip_close(archive);
+    for (const auto& [part, bytes] : relsParts) {
+        pugi::xml_document xml;
+        xml.load_buffer(bytes.data(), bytes.size());
+        for (const pugi::xml_node rel : xml.document_element().children("Relationship")) {
+            if (std::string_view(rel.attribute("TargetMode").value()) == "External") {
+                continue;
+            }
+            const std::string target = resolveTarget(part, rel.attribute("Target").value());
+            if (!entries.contains(target)) {
+                faults.push_back(part + ": target " + target + " is missing");
+            }
+        }
+    }
+    return faults;
 }
 
 bool CorpusXml::isStrict(const fs::path& docx) {

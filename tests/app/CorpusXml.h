@@ -26,6 +26,10 @@ public:
     // Writes a copy of the package with the named parts replaced by their current trees.
     void saveCopy(const std::filesystem::path& target, const std::vector<std::string>& changedParts) const;
 
+    // What is wrong with a package as Word would read it: XML parts (.xml, .rels) that do not
+    // parse, internal relationship targets that are missing. Empty when all is well.
+    static std::vector<std::string> packageFaults(const std::filesystem::path& docx);
+
     // True when the corpus manifest lists the document as Strict Open XML.
     static bool isStrict(const std::filesystem::path& docx);
 

@@ -162,9 +162,12 @@ private:
 
 class FakeFields : public word::Fields {
 public:
-    FakeFields(std::shared_ptr<DocState> doc, int story, long start, long end) : doc_(std::move(doc)) {
+    // `owner`: the field whose result the range is, which Word does not count among its fields.
+    FakeFields(std::shared_ptr<DocState> doc, int story, long start, long end,
+               const FieldRecord* owner = nullptr)
+        : doc_(std::move(doc)) {
         for (const auto& f : doc_->form.fields) {
-            if (f->alive && f->story == story && f->start >= start && f->end <= end) {
+            if (f->alive && f.get() != owner && f->story == story && f->start >= start && f->end <= end) {
                 records_.push_back(f);
             }
         }
@@ -190,8 +193,9 @@ private:
 
 class FakeRange : public word::Range {
 public:
-    FakeRange(std::shared_ptr<DocState> doc, int story, long start, long end)
-        : doc_(std::move(doc)), story_(story), start_(start), end_(end) {}
+    FakeRange(std::shared_ptr<DocState> doc, int story, long start, long end,
+              const FieldRecord* owner = nullptr)
+        : doc_(std::move(doc)), story_(story), start_(start), end_(end), owner_(owner) {}
     int story() const { return story_; }
     long Start() const override { return start_; }
     long End() const override { return end_; }
@@ -214,7 +218,7 @@ public:
     void InsertAfter(const std::string&) override { unsupported(); }
     word::FieldsPtr Fields() override {
         doc_->check();
-        return std::make_shared<FakeFields>(doc_, story_, start_, end_);
+        return std::make_shared<FakeFields>(doc_, story_, start_, end_, owner_);
     }
     word::BookmarksPtr Bookmarks() override { unsupported(); }
     word::FontPtr Font() override { unsupported(); }
@@ -232,6 +236,7 @@ private:
     int story_;
     long start_;
     long end_;
+    const FieldRecord* owner_;
 };
 
 word::RangePtr FakeSelection::Range() {
@@ -241,7 +246,7 @@ word::RangePtr FakeSelection::Range() {
 
 word::RangePtr FakeField::Result() {
     const FieldRecord& f = live();
-    return std::make_shared<FakeRange>(doc_, f.story, f.start, f.end);
+    return std::make_shared<FakeRange>(doc_, f.story, f.start, f.end, &f);
 }
 
 class FakeBookmark : public word::Bookmark {

@@ -7,6 +7,7 @@
 #include "engine/word/AutomationError.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
+#include "engine/word/Range.h"
 #include "engine/word/Selection.h"
 #include "qrbill/QRCoder.h"
 #include "qrbill/QRImage.h"
@@ -51,6 +52,14 @@ std::vector<std::string> bookmarkNames(word::Document& doc) {
     return names;
 }
 
+bool stillThere(word::Document& doc, const std::string& name) {
+    try {
+        return doc.Bookmarks()->Exists(name);
+    } catch (const std::exception&) {
+        return true; // the fill says what is wrong
+    }
+}
+
 void setScreenUpdating(word::Application& word, bool updating) {
     try {
         word.ScreenUpdating(updating);
@@ -86,9 +95,12 @@ std::vector<std::string> BookmarkFiller::fill(word::Application& word, word::Doc
     } catch (const std::exception& failure) {
         problems.push_back(std::string("Textmarken: ") + failure.what());
     }
+    // In the collection's order, as Word walks it: a bookmark inside another one that was filled
+    // before it went with the container's text, and the container's value stands. Only this loop
+    // edits the document, so a bookmark missing at its turn is one of those.
     for (const std::string& name : names) {
         const std::string field = fields_.BookmarkFieldGet(name);
-        if (field.empty()) {
+        if (field.empty() || !stillThere(doc, name)) {
             continue;
         }
         try {
@@ -121,12 +133,46 @@ void BookmarkFiller::fillOne(word::Application& word, word::Document& doc, const
         slip_->Fill(word, doc, *target, field, coder_, row);
         return;
     }
+    const std::vector<std::string> inside = bookmarksInside(*target);
     const word::SelectionPtr selection = word.Selection();
     if (field == "QRCode") {
         pasteQRCode(*selection, row);
-        return;
+    } else {
+        selection->TypeText(textOf(field, row));
     }
-    selection->TypeText(textOf(field, row));
+    // In Word a bookmark goes with the text it marks; here one that starts or ends exactly where
+    // the filled one does would survive, depending on the order of the markers in the file.
+    for (const std::string& name : inside) {
+        if (stillThere(doc, name)) {
+            doc.Bookmarks()->Item(name)->Delete();
+        }
+    }
+}
+
+// The other bookmarks within the bookmark's text; a collapsed one at its edge lies outside it.
+std::vector<std::string> BookmarkFiller::bookmarksInside(word::Bookmark& bookmark) {
+    try {
+        return bookmarksWithin(bookmark);
+    } catch (const std::exception&) {
+        return {}; // a range that cannot list its bookmarks leaves them to the typing
+    }
+}
+
+std::vector<std::string> BookmarkFiller::bookmarksWithin(word::Bookmark& bookmark) {
+    const long start = bookmark.Start();
+    const long end = bookmark.End();
+    const std::string own = bookmark.Name();
+    const word::BookmarksPtr within = bookmark.Range()->Bookmarks();
+    std::vector<std::string> names;
+    for (int i = 1; i <= within->Count(); ++i) {
+        const word::BookmarkPtr other = within->Item(i);
+        const long otherStart = other->Start();
+        const bool atEdge = otherStart == other->End() && (otherStart == start || otherStart == end);
+        if (other->Name() != own && !atEdge) {
+            names.push_back(other->Name());
+        }
+    }
+    return names;
 }
 
 void BookmarkFiller::pasteQRCode(word::Selection& selection, std::int32_t row) {

@@ -28,7 +28,9 @@ public:
                    SlipPort* slip, std::function<void()> letEventsRun);
 
     // Fills every engine bookmark of `doc` (the active document of `word`) from data line `row`.
-    // A bookmark that cannot be filled is passed over; the list says which and why, one line each.
+    // Bookmarks are filled in the collection's order; filling one removes the bookmarks inside it,
+    // as Word does, and those are then passed over. A bookmark that cannot be filled is passed
+    // over too, and the list says which and why, one line each.
     std::vector<std::string> fill(word::Application& word, word::Document& doc, std::int32_t row);
 
     // The fields whose text comes from the QR-bill data rather than from a column.
@@ -44,6 +46,8 @@ private:
     void fillOne(word::Application& word, word::Document& doc, const std::string& bookmark,
                  const std::string& field, std::int32_t row);
     void pasteQRCode(word::Selection& selection, std::int32_t row);
+    static std::vector<std::string> bookmarksInside(word::Bookmark& bookmark);
+    static std::vector<std::string> bookmarksWithin(word::Bookmark& bookmark);
     std::string textOf(const std::string& field, std::int32_t row);
 
     const KnownFields& fields_;

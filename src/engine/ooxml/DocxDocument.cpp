@@ -2,6 +2,7 @@
 
 #include "engine/office/CupsPrinter.h"
 #include "engine/office/OfficeConverter.h"
+#include "engine/ooxml/CommentAnchors.h"
 #include "engine/ooxml/DocxBookmarks.h"
 #include "engine/ooxml/DocxFields.h"
 #include "engine/ooxml/DocxMailMerge.h"
@@ -193,7 +194,12 @@ std::string DocxDocument::temporaryCopy(const std::string& folder) {
     check();
     const auto extension = package_->isMacroEnabled() ? ".docm" : ".docx";
     const auto copy = (fs::path(folder) / (fs::path(path_).stem().string() + extension)).string();
-    SaveCopyAs(copy);
+    if (!CommentAnchors::present(*package_)) {
+        SaveCopyAs(copy);
+        return copy;
+    }
+    refreshFallbacks();
+    CommentAnchors::withoutAnchors(*package_)->save(copy);
     return copy;
 }
 

@@ -86,7 +86,8 @@ public:
     int bookmarkSorting() const { return sorting_; }
     void bookmarkSorting(int sorting) { sorting_ = sorting; }
 
-    // Saves the current state into a private temporary folder and returns the file's path.
+    // Saves the current state, as the PDF worker can load it, into a private temporary folder and
+    // returns the file's path.
     std::string temporaryCopy(const std::string& folder);
 
 private:

@@ -11,6 +11,40 @@ DocxFields::DocxFields(std::shared_ptr<DocxDocument> document, Story* story, lon
                        bool wholeStory)
     : document_(std::move(document)), story_(story), start_(start), end_(end), wholeStory_(wholeStory) {}
 
+DocxFields::DocxFields(std::shared_ptr<DocxDocument> document, Story* story, pugi::xml_node holder,
+                       FieldPart part)
+    : document_(std::move(document)), story_(story), start_(0), end_(0), wholeStory_(false), holder_(holder),
+      part_(part) {}
+
+std::vector<int> DocxFields::nestedInHolder() const {
+    const auto& map = story_->map();
+    const int holder = map.fieldOf(holder_);
+    std::vector<int> found;
+    if (holder < 0) {
+        return found;
+    }
+    const int separate = map.fields[holder].separate;
+    for (int f = 0; f < static_cast<int>(map.fields.size()); ++f) {
+        int outer = map.fields[f].parent;
+        int child = f;
+        while (outer >= 0 && outer != holder) {
+            child = outer;
+            outer = map.fields[outer].parent;
+        }
+        if (outer != holder) {
+            continue;
+        }
+        // Whether the branch holding f begins before or after the holder's separator; what a
+        // simple field holds is its result.
+        const bool inCode =
+            !map.fields[holder].simple && (separate < 0 || map.fields[child].begin < separate);
+        if (inCode == (part_ == FieldPart::Code)) {
+            found.push_back(f);
+        }
+    }
+    return found;
+}
+
 std::vector<pugi::xml_node> DocxFields::begins() const {
     document_->check();
     std::vector<pugi::xml_node> found;
@@ -18,7 +52,9 @@ std::vector<pugi::xml_node> DocxFields::begins() const {
         return found;
     }
     const auto& map = story_->map();
-    const auto fields = wholeStory_ ? map.fieldsWithin(0, map.length()) : map.fieldsWithin(start_, end_);
+    const auto fields = holder_       ? nestedInHolder()
+                        : wholeStory_ ? map.fieldsWithin(0, map.length())
+                                      : map.fieldsWithin(start_, end_);
     for (const int field : fields) {
         found.push_back(map.items[map.fields[field].begin].node);
     }

@@ -102,6 +102,9 @@ void DocxRange::InsertAfter(const std::string& text) {
 
 word::FieldsPtr DocxRange::Fields() {
     const auto span = current();
+    if ((span.part == FieldPart::Code || span.part == FieldPart::Result) && span.field) {
+        return std::make_shared<DocxFields>(document_, story_, span.field, span.part);
+    }
     return std::make_shared<DocxFields>(document_, story_, span.start, span.end);
 }
 

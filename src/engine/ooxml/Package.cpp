@@ -4,6 +4,7 @@
 #include "engine/ooxml/PackageError.h"
 #include "engine/ooxml/PartName.h"
 #include "engine/ooxml/RelationshipsXml.h"
+#include "engine/ooxml/StrictOpenXml.h"
 #include "engine/ooxml/XmlPartIo.h"
 #include "engine/ooxml/ZipReader.h"
 #include "engine/ooxml/ZipRewriter.h"
@@ -21,8 +22,6 @@ constexpr std::string_view ContentTypesPart = "[Content_Types].xml";
 constexpr std::string_view RelsContentType = "application/vnd.openxmlformats-package.relationships+xml";
 constexpr std::string_view OfficeDocumentType =
     "http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument";
-constexpr std::string_view StrictNamespaces = "http://purl.oclc.org/ooxml/";
-constexpr std::string_view StrictWordNamespace = "http://purl.oclc.org/ooxml/wordprocessingml/main";
 
 constexpr std::array<std::string_view, 2> MacroMainTypes = {
     "application/vnd.ms-word.document.macroenabled.main+xml",
@@ -60,14 +59,9 @@ std::string describe(std::error_code error) {
     return error.message();
 }
 
-bool declaresStrictWord(pugi::xml_node root) {
-    for (const auto attribute : root.attributes()) {
-        if (std::string_view(attribute.name()).starts_with("xmlns") &&
-            attribute.value() == StrictWordNamespace) {
-            return true;
-        }
-    }
-    return false;
+// Parts whose text names namespaces: XML parts and relationship parts.
+bool isXmlPart(std::string_view name) {
+    return name.ends_with(".xml") || name.ends_with(".rels") || name.ends_with(".XML");
 }
 
 } // namespace
@@ -102,22 +96,19 @@ void Package::load(const PackageLimits& limits) {
         part.zipIndex = entry.index;
         part.method = entry.method;
         part.folder = isFolderEntry(part.name);
+        if (isXmlPart(part.name) && StrictOpenXml::mentions(*part.bytes)) {
+            part.bytes = std::make_shared<const std::string>(StrictOpenXml::transitional(*part.bytes));
+            part.bytesReplaced = true;
+        }
     }
     checkIsWordDocument();
 }
 
-// Strict documents are recognised before anything else: their relationship types differ, so
-// they would otherwise be reported as lacking a main document.
 void Package::checkIsWordDocument() {
     if (!hasPart(ContentTypesPart)) {
         throw packageError::missingPart(ContentTypesPart);
     }
     xml(ContentTypesPart);
-    for (const auto& relationship : relationships("")) {
-        if (relationship.type.starts_with(StrictNamespaces)) {
-            throw packageError::strictFormat();
-        }
-    }
     const auto main = mainDocumentPart();
     if (main.empty() || !hasPart(main)) {
         throw packageError::damaged("Hauptdokument fehlt");
@@ -126,9 +117,8 @@ void Package::checkIsWordDocument() {
     if (!isOneOf(type, PlainMainTypes) && !isOneOf(type, MacroMainTypes)) {
         throw packageError::notWord();
     }
-    if (declaresStrictWord(xml(main).document_element())) {
-        throw packageError::strictFormat();
-    }
+    // A damaged or hostile main document is refused on opening, not at the first edit.
+    xml(main);
 }
 
 std::unique_ptr<Package> Package::clone() const {

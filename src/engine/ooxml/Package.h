@@ -22,8 +22,8 @@ namespace wordbm::ooxml {
 // Failures are AutomationErrors with a German description a user can read.
 class Package {
 public:
-    // Refuses damaged and hostile files (see PackageLimits), other Office files and Strict
-    // Open XML documents (with their own message).
+    // Refuses damaged and hostile files (see PackageLimits) and other Office files. A Strict Open
+    // XML document is read as its transitional twin (StrictOpenXml) and saved so.
     static std::unique_ptr<Package> open(const std::string& path, const PackageLimits& limits = {});
     static std::unique_ptr<Package> fromBytes(std::string bytes, const PackageLimits& limits = {});
     // A deep copy: edits to either leave the other as it was.

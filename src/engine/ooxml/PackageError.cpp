@@ -19,12 +19,6 @@ AutomationError refused(std::string_view reason) {
                            ").");
 }
 
-AutomationError strictFormat() {
-    return AutomationError("Das Word-Dokument ist im Format «Strict Open XML» gespeichert, das nicht "
-                           "unterstützt wird. Bitte das Dokument in Word als «Word-Dokument (*.docx)» "
-                           "speichern und erneut öffnen.");
-}
-
 AutomationError notWord() {
     return AutomationError("Die Datei ist kein Word-Dokument (Office-Datei eines anderen Programms).");
 }

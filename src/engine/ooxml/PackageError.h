@@ -15,7 +15,6 @@ AutomationError damaged(std::string_view reason);
 // A package that may be hostile: refused before it can exhaust memory or reach outside.
 AutomationError refused(std::string_view reason);
 
-AutomationError strictFormat();
 AutomationError notWord();
 AutomationError unreadable(const std::string& path, const std::string& why);
 // `path` may be empty when the archive could not even be built in memory.

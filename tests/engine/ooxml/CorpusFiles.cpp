@@ -23,9 +23,4 @@ std::vector<std::string> corpusDocuments() {
     return names;
 }
 
-bool isStrict(const std::string& name) {
-    return name == "strict-format.docx" || name == "instrText-Field Definitions-NextIf.docx" ||
-           name == "ftr - Footer - bookmarkStart - Bookmark Start.docx";
-}
-
 } // namespace wordbm::ooxml::test

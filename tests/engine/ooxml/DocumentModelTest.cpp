@@ -75,6 +75,22 @@ TEST(MailMerge, NotAMergeDocumentRemovesTheSettingsAndTheirDataSource) {
     EXPECT_EQ(session.app().Documents()->Open(saved)->MailMerge()->MainDocumentType(), -1);
 }
 
+// An IF whose code holds a merge field and another IF (with two merge fields in its code and one
+// in its result), and whose result holds one more merge field.
+TEST(Fields, TheCodeAndTheResultOfAFieldHoldTheFieldsNestedInThem) {
+    WordSession session("test_nested_if_inside.docx");
+    const auto fields = session.document()->Fields();
+    ASSERT_EQ(fields->Count(), 7);
+    const auto outer = fields->Item(1);
+    EXPECT_EQ(outer->Code()->Fields()->Count(), 5);
+    EXPECT_EQ(outer->Result()->Fields()->Count(), 1);
+    const auto inner = fields->Item(3);
+    EXPECT_NE(inner->Code()->Text().find(" IF "), std::string::npos) << inner->Code()->Text();
+    EXPECT_EQ(inner->Code()->Fields()->Count(), 2);
+    EXPECT_EQ(inner->Result()->Fields()->Count(), 1);
+    EXPECT_EQ(fields->Item(2)->Code()->Fields()->Count(), 0);
+}
+
 TEST(TextBoxes, AreReadFromTheChoiceAndTheirEditsReachTheFallbackCopy) {
     WordSession session("text-box.docx");
     auto shapes = session.document()->Shapes();

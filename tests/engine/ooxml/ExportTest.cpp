@@ -1,12 +1,18 @@
+#include "CorpusFiles.h"
+#include "RenderedPdf.h"
 #include "WordSession.h"
 #include "engine/office/WorkerProgram.h"
 #include "engine/ooxml/TemporaryFolder.h"
 #include "engine/word/AutomationError.h"
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstdio>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
+#include <set>
 
 namespace wordbm::ooxml {
 namespace {
@@ -37,6 +43,59 @@ TEST(PdfExport, ExportsTheDocumentAsItStandsNowNotAsItWasSaved) {
     EXPECT_EQ(text.find("Bookmark_body"), std::string::npos);
     EXPECT_FALSE(session.document()->Saved()) << "exporting is not saving";
     EXPECT_THROW(session.document()->ExportAsFixedFormat(folder.path() + "/x.xps", 18), AutomationError);
+}
+
+// Words of five letters or more, which a PDF of the text shows unbroken.
+std::set<std::string> longWords(const std::string& text) {
+    std::set<std::string> words;
+    std::string current;
+    for (const char c : text + ' ') {
+        if (std::isalpha(static_cast<unsigned char>(c))) {
+            current += c;
+            continue;
+        }
+        if (current.size() >= 5) {
+            words.insert(current);
+        }
+        current.clear();
+    }
+    return words;
+}
+
+// Through the worker every corpus document comes out as LibreOffice's own converter makes it of
+// the same file (one soffice run for all of them), and a refusal is the worker's fault only when
+// soffice made a PDF of the document.
+TEST(PdfExport, EveryCorpusDocumentConvertsThroughTheWorkerAsLibreOfficeConvertsIt) {
+    if (office::findWorkerProgram().empty() || !canvastest::RenderedPdf::toolsAvailable()) {
+        GTEST_SKIP() << "the LibreOffice worker or soffice and poppler are missing";
+    }
+    TemporaryFolder folder;
+    const std::filesystem::path soffice = std::filesystem::path(folder.path()) / "soffice";
+    std::filesystem::create_directories(soffice);
+    std::vector<std::filesystem::path> originals;
+    for (const auto& name : test::corpusDocuments()) {
+        originals.push_back(test::corpusPath(name));
+    }
+    canvastest::RenderedPdf::convert(originals, soffice);
+    int converted = 0;
+    for (const auto& original : originals) {
+        const auto name = original.filename().string();
+        const auto reference = soffice / original.filename().replace_extension(".pdf");
+        test::WordSession session(name);
+        const auto pdf = folder.path() + "/" + original.stem().string() + ".pdf";
+        try {
+            session.document()->ExportAsFixedFormat(pdf, word::wd::wdExportFormatPDF, false);
+        } catch (const AutomationError& failure) {
+            EXPECT_FALSE(std::filesystem::exists(reference))
+                << name << " converts with soffice, but through the worker: " << failure.what();
+            continue;
+        }
+        ++converted;
+        if (std::filesystem::exists(reference)) {
+            EXPECT_EQ(longWords(pdfText(pdf)), longWords(pdfText(reference.string()))) << name;
+        }
+    }
+    EXPECT_GE(converted, 58);
 }
 
 } // namespace
