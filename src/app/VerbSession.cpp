@@ -1,6 +1,7 @@
 #include "app/VerbSession.h"
 
 #include "app/IniSettingsStore.h"
+#include "app/ReadOnlySettingsStore.h"
 #include "engine/modESQR.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "support/FileOps.h"
@@ -11,7 +12,7 @@
 namespace wordbm {
 
 VerbSession::VerbSession(std::ostream& out, std::ostream& err, TerminalUserInterface::Policy policy)
-    : err_(err), store_(std::make_shared<IniSettingsStore>()),
+    : err_(err), store_(std::make_shared<ReadOnlySettingsStore>(std::make_shared<IniSettingsStore>())),
       options_(OptOptions::openMergerSection(store_), true), ui_(out, err, std::move(policy)),
       engine_(ui_, options_, [] { return ooxml::DocxApplication::create(); }) {
     engine_.SlipBuilder(std::make_unique<modESQR>(ui_, engine_.QRComponent()));

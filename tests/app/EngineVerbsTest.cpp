@@ -119,6 +119,30 @@ TEST_F(Verbs, AnInvoiceThatCannotBeSavedFailsTheMerge) {
     EXPECT_NE(err_.str().find("Die Rechnung wurde nicht gespeichert!"), std::string::npos) << err_.str();
 }
 
+// The window's settings are the user's: a merge reads the remembered mask but never rewrites the
+// file, whether it lists names, makes invoices or fails, and a linked settings file stays a link.
+TEST_F(Verbs, MergeLeavesTheSettingsFileAndItsLinkAsTheyWere) {
+    const std::string settings = "; edited by hand\r\n[Billing\\Merger]\r\n"
+                                 "MergerTemplate=String>&W&\\&R&-Lauf.&E&\r\nOptions=PDF;Close\r\n"
+                                 "[Other]\nkey=value\n";
+    fs::create_directories(folder_.path("config/Tarvell"));
+    writeBytes(folder_.path("dotfiles-KDX6.ini"), settings);
+    fs::create_symlink(folder_.path("dotfiles-KDX6.ini"), folder_.path("config/Tarvell/KDX6.ini"));
+    EngineVerbs::MergeRequest request{form(), csv(), "", folder_.path("out"), {}, true, 1};
+
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
+    EXPECT_NE(out_.str().find("/024100-Lauf\n"), std::string::npos) << out_.str();
+    request.testOnly = false;
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
+    request.csv = folder_.path("Fehlt.csv");
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitUnusable);
+
+    EXPECT_TRUE(fs::is_symlink(folder_.path("config/Tarvell/KDX6.ini")));
+    EXPECT_EQ(readBytes(folder_.path("dotfiles-KDX6.ini")), settings);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path("config/Tarvell")), fs::directory_iterator()),
+              1);
+}
+
 TEST(EngineVerbsMask, TheOutFolderTakesThePlaceOfTheMasksFolders) {
     EXPECT_EQ(EngineVerbs::maskInFolder("&W&\\&K&-&R&.&E&", "/tmp/out"), "/tmp/out\\&K&-&R&.&E&");
     EXPECT_EQ(EngineVerbs::maskInFolder("&R&.&E&", "/tmp/out"), "/tmp/out\\&R&.&E&");
