@@ -4,6 +4,7 @@
 #include "engine/OptionsPort.h"
 #include "engine/ScriptedUserInterface.h"
 #include "engine/WordBM.h"
+#include "support/SessionFolder.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -28,7 +29,7 @@ std::string readBytes(const std::string& path);
 void writeBytes(const std::string& path, const std::string& bytes);
 
 // An engine on the fake word processor, with a scripted person, in a fresh base folder
-// (TARVELL_DEBUG) that holds the originals in "forms" and the working copies in "_temp_".
+// (TARVELL_DEBUG) that holds the originals in "forms" and the working copies under "_temp_".
 class EngineTest : public ::testing::Test {
 protected:
     EngineTest();
@@ -45,7 +46,9 @@ protected:
     fake::FakeApplication& app() { return *word.apps.back(); }
     fake::DocState& doc() { return *app().opened.back(); }
     const std::string& mainText() { return doc().form.stories[0]; }
-    std::string workFolder() const { return base_ + "/_temp_"; }
+    std::string baseFolder() const { return base_; }
+    // This process's own folder under "_temp_", where the engine keeps its working copies.
+    std::string workFolder() const { return base_ + "/_temp_/" + SessionFolder::name(); }
     // Every original still holds the bytes it was written with.
     void expectOriginalsUntouched() const;
 

@@ -30,15 +30,15 @@ fake::FakeForm invoiceForm() {
 class Merge : public EngineTest {
 protected:
     void SetUp() override {
-        out_ = fs::path(workFolder()).parent_path().string() + "/out";
+        out_ = baseFolder() + "/out";
         fs::create_directory(out_);
     }
     // Opens the control file and the form, with a mask that writes into the out folder.
     void start(const ControlFile& data, const fake::FakeForm& fakeForm = invoiceForm(),
                const std::string& mask = "\\&K&-&R&.&E&") {
-        data.write(fs::path(workFolder()).parent_path().string() + "/forms/Lauf.csv");
+        data.write(baseFolder() + "/forms/Lauf.csv");
         engine->Template(out_ + mask);
-        engine->mfWBM_OpenCSVDoc(fs::path(workFolder()).parent_path().string() + "/forms/Lauf.csv");
+        engine->mfWBM_OpenCSVDoc(baseFolder() + "/forms/Lauf.csv");
         ASSERT_TRUE(open(form("Rechnung.docx", fakeForm)));
     }
     std::string name(const std::string& account, const std::string& number) const {
@@ -176,9 +176,8 @@ TEST_F(Merge, OneMissingFolderLevelIsMadeAndTwoAreListedAsMissing) {
     engine->Template(out_ + "\\a\\b\\&K&.&E&");
     engine->mfWBM_Test();
 
-    EXPECT_EQ(result().lines,
-              (std::vector<std::string>{"**Pfad nicht gefunden->" + out_ + "/a/b/10400000",
-                                        "**Pfad nicht gefunden->" + out_ + "/a/b/10400017"}));
+    EXPECT_EQ(result().lines, (std::vector<std::string>{"**Pfad nicht gefunden->" + out_ + "/a/b/10400000",
+                                                        "**Pfad nicht gefunden->" + out_ + "/a/b/10400017"}));
     EXPECT_EQ(result().errors, 2);
     EXPECT_EQ(result().ok, 0);
     EXPECT_FALSE(fs::exists(out_ + "/a"));
