@@ -117,6 +117,9 @@ TEST_F(Verbs, AnInvoiceThatCannotBeSavedFailsTheMerge) {
 
     EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFailed);
     EXPECT_NE(err_.str().find("Die Rechnung wurde nicht gespeichert!"), std::string::npos) << err_.str();
+    // The failed invoice is marked in the list; the others are not.
+    EXPECT_NE(out_.str().find("\n! " + folder_.path("out/024100")), std::string::npos) << out_.str();
+    EXPECT_NE(out_.str().find("\n  " + folder_.path("out/024101")), std::string::npos) << out_.str();
 }
 
 // The window's settings are the user's: a merge reads the remembered mask but never rewrites the
