@@ -68,6 +68,11 @@ int BatchCheck::check(const std::string& csvPath) {
             out_ << "  - " << warning << '\n';
         }
     }
+    // A binary file or a header alone checks nothing: that is no passed check.
+    if (invoices == 0) {
+        err_ << csvPath << "\nDie Steuerdatei enthält keine Rechnungen.\n";
+        return ExitUnusable;
+    }
     out_ << invoices << (invoices == 1 ? " Rechnung" : " Rechnungen") << " geprüft, " << withWarnings
          << " mit Warnungen (" << warnings << (warnings == 1 ? " Warnung" : " Warnungen") << ").\n";
     return withWarnings == 0 ? ExitFine : ExitWarnings;

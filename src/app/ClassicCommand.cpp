@@ -39,6 +39,14 @@ std::string unquote(const std::string& value) {
     return result;
 }
 
+// A quoted argument with a blank is quoted once more on its way into the parser's line, so its own
+// quotes come out doubled: a value still enclosed in quotes after unquoting loses them as well.
+std::string switchValue(const std::string& value) {
+    std::string text = unquote(value);
+    const bool enclosed = text.size() >= 2 && text.front() == '"' && text.back() == '"';
+    return enclosed ? unquote(text) : text;
+}
+
 } // namespace
 
 ClassicCommand ClassicCommand::read(int argc, const char* const* argv) {
@@ -55,9 +63,9 @@ ClassicCommand ClassicCommand::read(int argc, const char* const* argv) {
         command.help = true;
         return command;
     }
-    command.Template = unquote(parser.SwVal("t").toText());
-    command.CSVDoc = unquote(parser.SwVal("c").toText());
-    command.WordDoc = unquote(parser.SwVal("w").toText());
+    command.Template = switchValue(parser.SwVal("t").toText());
+    command.CSVDoc = switchValue(parser.SwVal("c").toText());
+    command.WordDoc = switchValue(parser.SwVal("w").toText());
     command.mergePage = parser.SwIsHere("m") != 0;
     return command;
 }

@@ -122,8 +122,16 @@ std::optional<MergeChoices> TerminalUserInterface::mergeChoicesDialog(OptionsPor
 
 void TerminalUserInterface::resultListDialog(const ResultList& result) {
     out_ << (result.testOnly ? "Dateinamen testen" : "Dateien verarbeitet") << "\n";
-    for (const std::string& line : result.lines) {
-        out_ << terminalText(line) << "\n";
+    std::size_t failed = 0;
+    for (std::size_t i = 0; i < result.lines.size(); ++i) {
+        const bool marked = failed < result.failedLines.size() && result.failedLines[failed] == i;
+        failed += marked ? 1 : 0;
+        const std::string& line = result.lines[i];
+        // The mark takes the place of an invoice line's indent, so the paths stay aligned.
+        const std::string shown = !marked                  ? line
+                                  : line.starts_with("  ") ? "! " + line.substr(2)
+                                                           : "! " + line;
+        out_ << terminalText(shown) << "\n";
     }
     if (result.testOnly) {
         out_ << "Es wurde geprüft, ob die Ordner vorhanden sind.\n";

@@ -3,6 +3,7 @@
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/slip/modESQR.h"
 #include "settings/IniSettingsStore.h"
+#include "settings/ReadOnlySettingsStore.h"
 #include "support/FileOps.h"
 
 #include <memory>
@@ -11,7 +12,7 @@
 namespace wordbm {
 
 VerbSession::VerbSession(std::ostream& out, std::ostream& err, TerminalUserInterface::Policy policy)
-    : err_(err), store_(std::make_shared<IniSettingsStore>()),
+    : err_(err), store_(std::make_shared<ReadOnlySettingsStore>(std::make_shared<IniSettingsStore>())),
       options_(OptOptions::openMergerSection(store_), true), ui_(out, err, std::move(policy)),
       engine_(ui_, options_, [] { return ooxml::DocxApplication::create(); }) {
     engine_.SlipBuilder(std::make_unique<modESQR>(ui_, engine_.QRComponent()));

@@ -17,7 +17,9 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <xcb/xcb.h>
 
 namespace {
 
@@ -162,12 +164,42 @@ bool isVerb(int argc, char** argv) {
     return false;
 }
 
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? std::string(value) : std::string();
+}
+
+// A Wayland compositor listens on a socket in the runtime folder (or at an absolute path).
+bool waylandAnswers() {
+    const std::string display = environment("WAYLAND_DISPLAY");
+    if (display.empty()) {
+        return false;
+    }
+    const std::string socket =
+        display.front() == '/' ? display : environment("XDG_RUNTIME_DIR") + "/" + display;
+    struct stat status {};
+    return ::stat(socket.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
+}
+
+// A DISPLAY left over from a closed session names no server: Qt would abort on it.
+bool x11Answers() {
+    if (environment("DISPLAY").empty()) {
+        return false;
+    }
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
+}
+
 // Qt cannot start without a display; the help text then goes to the terminal instead of a box.
+// A platform that needs no server (offscreen, minimal) is taken as it is.
 bool displayAvailable() {
-    const char* platform = std::getenv("QT_QPA_PLATFORM");
-    const char* x11 = std::getenv("DISPLAY");
-    const char* wayland = std::getenv("WAYLAND_DISPLAY");
-    return (platform && *platform) || (x11 && *x11) || (wayland && *wayland);
+    const std::string platform = environment("QT_QPA_PLATFORM");
+    if (!platform.empty() && !platform.starts_with("xcb") && !platform.starts_with("wayland")) {
+        return true;
+    }
+    return waylandAnswers() || x11Answers();
 }
 
 // Every verb and its options, laid out so that help2man makes a section of each.
@@ -249,9 +281,26 @@ int windowRun(int argc, char** argv, const CLI::App& verbs) {
     return 0;
 }
 
+int run(int argc, char** argv);
+
 } // namespace
 
+// Whatever escapes the program's own handling ends it with a plain message, never an abort.
 int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::cerr << "wordbm: Unerwarteter Fehler: " << error.what() << '\n';
+    } catch (...) {
+        std::cerr << "wordbm: Unerwarteter Fehler\n";
+    }
+    return 2;
+}
+
+namespace {
+
+// The verbs are defined first, since the window's help on a terminal lists them too.
+int run(int argc, char** argv) {
     CLI::App app{"WordBM: bookmarks, merge and Swiss QR-bill for Word invoice forms", "wordbm"};
     app.set_version_flag("--version", versionText());
     VerbOptions options;
@@ -272,3 +321,5 @@ int main(int argc, char** argv) {
     CLI11_PARSE(app, argc, argv);
     return options.exitCode;
 }
+
+} // namespace

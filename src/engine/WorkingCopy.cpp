@@ -2,6 +2,7 @@
 
 #include "support/FileOps.h"
 #include "support/Folders.h"
+#include "support/SessionFolder.h"
 
 #include <filesystem>
 #include <system_error>
@@ -23,7 +24,7 @@ bool sameFile(const std::string& a, const std::string& b) {
 } // namespace
 
 std::string WorkingCopyPath(const std::string& original) {
-    return nativePath(PathJoin(WorkFolderGet(false, false, false), fileNameOf(original)));
+    return nativePath(PathJoin(SessionFolder::get(), fileNameOf(original)));
 }
 
 std::string WorkingCopyMake(const std::string& original) {

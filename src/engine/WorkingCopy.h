@@ -4,7 +4,8 @@
 
 namespace wordbm {
 
-// The working file for an original: the same file name in the "_temp_" working folder.
+// The working file for an original: the same file name in this session's own folder under the
+// "_temp_" working folder (see SessionFolder).
 std::string WorkingCopyPath(const std::string& original);
 
 // Makes the working copy of `original` and returns its path. A file of that name is removed

@@ -92,9 +92,47 @@ std::string withoutFolders(std::string value) {
     return value;
 }
 
+std::optional<std::string> environmentVariable(const std::string& name) {
+    const char* value = std::getenv(name.c_str());
+    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+// The Windows variables a mask may name, read from their Linux counterparts where they are unset.
 std::string environmentValue(std::string_view name) {
-    const char* value = std::getenv(std::string(name).c_str());
-    return value != nullptr ? std::string(value) : std::string();
+    if (std::optional<std::string> value = environmentVariable(std::string(name))) {
+        return *value;
+    }
+    const std::string home = environmentVariable("HOME").value_or(std::string());
+    if (name == "USERNAME") {
+        return environmentVariable("USER").value_or(environmentVariable("LOGNAME").value_or(std::string()));
+    }
+    if (name == "USERPROFILE" || name == "HOMEPATH") {
+        return home; // HOMEDRIVE stays empty: %HOMEDRIVE%%HOMEPATH% is the home folder
+    }
+    if (name == "TEMP" || name == "TMP") {
+        const std::string temp = environmentVariable("TMPDIR").value_or(std::string());
+        return temp.empty() ? std::string("/tmp") : temp;
+    }
+    if (name == "APPDATA") {
+        const std::string config = environmentVariable("XDG_CONFIG_HOME").value_or(std::string());
+        return config.starts_with('/') || home.empty() ? config : home + "/.config";
+    }
+    return {};
+}
+
+// Named in masks beside the editor's table: the profile and the application-data folder.
+constexpr std::array<std::string_view, 2> FurtherEnvironmentNames{"USERPROFILE", "APPDATA"};
+
+// A variable is the user's own setting, like &W&: it keeps its folder separators.
+std::string withEnvironment(std::string name, bool foldersAllowed) {
+    const auto replace = [&](std::string_view variable) {
+        const std::string value = environmentValue(variable);
+        name = replaceAll(name, "%" + std::string(variable) + "%",
+                          foldersAllowed ? value : withoutFolders(value));
+    };
+    std::for_each(EnvironmentNames.begin(), EnvironmentNames.end(), replace);
+    std::for_each(FurtherEnvironmentNames.begin(), FurtherEnvironmentNames.end(), replace);
+    return name;
 }
 
 std::string compactDate(long long year, long long month, long long day) {
@@ -258,15 +296,13 @@ std::string FileNameTemplate::resolve(const RowValues& row) const {
         row.date,
         row.run,
         withoutFolders(row.client)};
-    std::string name = mask_;
+    // The mask's own variables first, with their separators; a variable that a control-file value
+    // brings in is still replaced afterwards, but can never add a folder level.
+    std::string name = withEnvironment(mask_, true);
     for (std::size_t i = 0; i < Tags.size(); ++i) {
         name = replaceAll(name, Tags[i].tag, values[i]);
     }
-    for (const std::string_view variable : EnvironmentNames) {
-        name =
-            replaceAll(name, "%" + std::string(variable) + "%", withoutFolders(environmentValue(variable)));
-    }
-    return name;
+    return withEnvironment(name, false);
 }
 
 bool FileNameTemplate::folderOfDocExists(const std::string& docName) {

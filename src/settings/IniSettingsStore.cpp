@@ -1,6 +1,7 @@
 #include "settings/IniSettingsStore.h"
 
 #include "settings/IniFile4.h"
+#include "support/FileOps.h"
 #include "support/Strings.h"
 
 #include <cstdlib>
@@ -40,9 +41,51 @@ IniFile4 loaded(const std::string& path) {
     return ini;
 }
 
+// Whether every line of the file is a section header or an entry under one, so rewriting it from
+// what was read loses nothing. Binary, UTF-16 or hand-written text fails this test.
+bool fullyUnderstood(std::string_view bytes) {
+    if (bytes.find('\0') != std::string_view::npos) {
+        return false;
+    }
+    bool inSection = false;
+    for (const std::string& raw : split(replaceAll(replaceAll(bytes, "\r\n", "\n"), "\r", "\n"), "\n")) {
+        const std::string line = trim(raw);
+        if (line.empty()) {
+            continue;
+        }
+        if (line.front() == '[' && line.find(']') != std::string::npos) {
+            inSection = true;
+        } else if (!inSection || line.find('=') == std::string::npos || line.front() == '=') {
+            return false;
+        }
+    }
+    return true;
+}
+
+// A settings file the store could not read in full is kept beside it, under the first free name
+// "<file>.bak", "<file>.bak1", ..., before the rewrite drops what was not understood.
+void keepUnreadable(const std::string& path) {
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) {
+        return;
+    }
+    const std::optional<std::string> bytes = readFileBytes(path);
+    if (bytes && fullyUnderstood(*bytes)) {
+        return;
+    }
+    for (int number = 0; number < 100; ++number) {
+        const std::string copy = path + ".bak" + (number == 0 ? std::string() : std::to_string(number));
+        if (!std::filesystem::exists(std::filesystem::symlink_status(copy, error))) {
+            (void)FileCopy(path, copy);
+            return;
+        }
+    }
+}
+
 void store(IniFile4& ini) {
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(ini.FilePath()).parent_path(), error);
+    keepUnreadable(ini.FilePath());
     ini.WriteFile({}, true);
 }
 
@@ -136,6 +179,13 @@ void IniSettingsStore::deleteSection(const std::string& appName, const std::stri
     ini.RemoveSection(sectionName(section));
     // Writing skips a file without sections, so the last section goes with the file itself.
     if (ini.Stream().empty()) {
+        keepUnreadable(ini.FilePath());
+        // A link stays a link: the linked file is emptied, so the next change is written through it.
+        std::error_code error;
+        if (std::filesystem::is_symlink(ini.FilePath(), error)) {
+            (void)writeFileAtomic(ini.FilePath(), {});
+            return;
+        }
         ini.Delete();
     } else {
         store(ini);

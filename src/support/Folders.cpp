@@ -1,5 +1,6 @@
 #include "support/Folders.h"
 
+#include "support/FileOps.h"
 #include "support/Regional.h"
 #include "support/Strings.h"
 
@@ -7,9 +8,12 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <optional>
 #include <random>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
 
 namespace wordbm {
 
@@ -61,11 +65,92 @@ std::string profileFolder() {
     return profile ? std::string(profile) : environment("HOME");
 }
 
-std::string systemTempFolder() {
-    std::error_code error;
-    const auto temp = std::filesystem::temp_directory_path(error);
-    return error ? std::string("/tmp") : temp.string();
+std::string configHome() {
+    const std::string xdg = environment("XDG_CONFIG_HOME");
+    if (xdg.starts_with('/')) {
+        return xdg;
+    }
+    const std::string home = environment("HOME");
+    return home.empty() ? std::string() : home + "/.config";
 }
+
+// XDG_DOCUMENTS_DIR as user-dirs.dirs writes it: "$HOME/Dokumente" or an absolute path, quoted.
+std::string documentsEntry(const std::string& value, const std::string& home) {
+    std::string path = trim(value);
+    if (path.size() >= 2 && path.front() == '"' && path.back() == '"') {
+        path = path.substr(1, path.size() - 2);
+    }
+    if (path.starts_with("$HOME")) {
+        path = home + path.substr(5);
+    }
+    return path.starts_with('/') ? path : std::string();
+}
+
+// The desktop's documents folder (~/Dokumente on a German desktop), from the environment or the
+// user's user-dirs.dirs; empty when none is set or it is the home folder itself (XDG's "unset").
+std::string desktopDocumentsFolder() {
+    const std::string home = environment("HOME");
+    std::string folder = documentsEntry(environment("XDG_DOCUMENTS_DIR"), home);
+    if (folder.empty() && !configHome().empty()) {
+        const std::optional<std::string> text = readFileBytes(configHome() + "/user-dirs.dirs");
+        for (const std::string& line : text ? split(*text, "\n") : std::vector<std::string>()) {
+            const std::string entry = trim(line);
+            if (entry.starts_with("XDG_DOCUMENTS_DIR=")) {
+                folder = documentsEntry(entry.substr(18), home);
+            }
+        }
+    }
+    while (folder.size() > 1 && folder.back() == '/') {
+        folder.pop_back();
+    }
+    return folder == home ? std::string() : folder;
+}
+
+// "Documents" in the profile, or the desktop's own documents folder where HOME is the profile.
+std::string documentsCandidate(const std::string& profile) {
+    if (std::getenv("USERPROFILE") == nullptr) {
+        if (std::string desktop = desktopDocumentsFolder(); !desktop.empty()) {
+            return desktop;
+        }
+    }
+    return PathJoin(profile, "Documents");
+}
+
+bool privateFolder(const std::string& native) {
+    struct stat status {};
+    return ::lstat(native.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid() &&
+           (status.st_mode & 077) == 0;
+}
+
+// The last fallback: a folder of the user's own that nobody else can read, never the shared temp
+// folder itself: "Tarvell" in the user's cache folder, else one made for this process in the temp folder.
+} // namespace
+
+std::string UserOwnFolderGet() {
+    const std::string xdgCache = environment("XDG_CACHE_HOME");
+    const std::string home = environment("HOME");
+    const std::string cache = xdgCache.starts_with('/') ? xdgCache
+                              : home.empty()            ? std::string()
+                                                        : home + "/.cache";
+    if (!cache.empty()) {
+        std::error_code error;
+        std::filesystem::create_directories(cache, error);
+        const std::string own = cache + "/Tarvell";
+        ::mkdir(own.c_str(), 0700);
+        if (privateFolder(own)) {
+            return own;
+        }
+    }
+    static const std::string made = [] {
+        std::error_code error;
+        std::string pattern = std::filesystem::temp_directory_path(error).string();
+        pattern = (error || pattern.empty() ? std::string("/tmp") : pattern) + "/wordbm-XXXXXX";
+        return ::mkdtemp(pattern.data()) == nullptr ? std::string() : pattern;
+    }();
+    return made;
+}
+
+namespace {
 
 // Candidates 1 to 8 in the order they are tried; the system temp folder follows untested.
 std::vector<std::string> baseFolderCandidates() {
@@ -74,7 +159,7 @@ std::vector<std::string> baseFolderCandidates() {
     const std::string homePath = PathJoin(environment("HOMEDRVE"), environment("HOMEPATH"));
     return {
         environment("TARVELL_DEBUG"),
-        PathJoin(profile, "Documents"),
+        documentsCandidate(profile),
         PathJoin(profile, "Eigene Dateien"),
         PathJoin(homePath, "Documents"),
         PathJoin(homePath, "Eigene Dateien"),
@@ -84,9 +169,9 @@ std::vector<std::string> baseFolderCandidates() {
     };
 }
 
+// Working copies are client invoices: the folder is the user's alone.
 bool createOneFolder(const std::string& native) {
-    std::error_code error;
-    return usablePathText(native) && std::filesystem::create_directory(native, error) && !error;
+    return usablePathText(native) && ::mkdir(native.c_str(), 0700) == 0;
 }
 
 } // namespace
@@ -134,7 +219,7 @@ std::string BaseFolderGet(bool existenceOnly, bool /*store*/, bool /*force*/) {
             return nativePath(candidate);
         }
     }
-    return systemTempFolder();
+    return UserOwnFolderGet();
 }
 
 std::string WorkFolderGet(bool existenceOnly, bool store, bool force) {

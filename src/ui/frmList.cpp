@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace wordbm {
@@ -21,6 +22,13 @@ frmList::frmList(const ResultList& result, QWidget* parent) : QDialog(parent) {
     List1_->setObjectName(QStringLiteral("List1"));
     for (const std::string& line : result.lines) {
         List1_->addItem(QString::fromStdString(line));
+    }
+    // The lines of a failed invoice stand out, so nobody has to read the whole list to find them.
+    for (const std::size_t failed : result.failedLines) {
+        if (QListWidgetItem* item = List1_->item(static_cast<int>(failed))) {
+            item->setForeground(Qt::red);
+            item->setIcon(style()->standardIcon(QStyle::SP_MessageBoxCritical));
+        }
     }
     if (result.testOnly) {
         List1_->addItem(QStringLiteral("Es wurde geprüft, ob die Ordner vorhanden sind."));

@@ -283,7 +283,7 @@ TEST_F(AnalyzeCorpus, CountsOfEveryDocumentMatchItsXml) {
             continue;
         }
         ++strict;
-        const fs::path output = folder_.path("Transitional.docx");
+        const fs::path output = folder_ / "Transitional.docx";
         std::ostringstream out;
         std::ostringstream err;
         ASSERT_EQ(EngineVerbs(out, err, false).convert(form.string(), output.string()), EngineVerbs::ExitFine)
@@ -560,12 +560,12 @@ TEST_F(AnalyzeCorpus, MergeFieldsInsideAnotherFieldAreLeftAndTheOuterFieldStaysW
         << trace;
 
     out.str("");
-    const fs::path converted = folder_.path("Konvertiert.docx");
+    const fs::path converted = folder_ / "Konvertiert.docx";
     ASSERT_EQ(verbs.convert(form.string(), converted.string()), EngineVerbs::ExitFine) << err.str();
     EXPECT_NE(out.str().find("0 Seriendruckfelder wurden duch Textfelder ersetzt!"), std::string::npos)
         << out.str();
     EXPECT_EQ(codesOf(converted), codes);
-    const fs::path reset = folder_.path("Ohne.docx");
+    const fs::path reset = folder_ / "Ohne.docx";
     ASSERT_EQ(verbs.reset(form.string(), reset.string()), EngineVerbs::ExitFine) << err.str();
     EXPECT_NE(out.str().find("0/0 Seriendruckfelder gelöscht!"), std::string::npos) << out.str();
     EXPECT_EQ(codesOf(reset), codes);
@@ -591,15 +591,15 @@ TEST_F(AnalyzeCorpus, NestedBookmarksShowTheContainersValueWithoutFailureWhateve
     const auto changed = nameBookmarks(xml, {{"OFF_Address_DIF", "kdx6_Abteil_100001"},
                                              {"OFF_Address", "kdx6_RgDatum_100002"},
                                              {"OFF_City", "kdx6_KliName_100003"}});
-    const fs::path form = folder_.path("Briefkopf.docx");
+    const fs::path form = folder_ / "Briefkopf.docx";
     xml.saveCopy(form, changed);
-    const fs::path csv = folder_.path("Lauf.csv");
+    const fs::path csv = folder_ / "Lauf.csv";
     writeControlFile(csv);
     std::vector<std::string> invoices;
     for (const int jobs : {1, 2}) {
         std::ostringstream out;
         std::ostringstream err;
-        const std::string folder = folder_.path("out" + std::to_string(jobs));
+        const std::string folder = folder_ / ("out" + std::to_string(jobs));
         EngineVerbs::MergeRequest request{form.string(), csv.string(), "&W&\\&R&-Rechnung.&E&", folder, {},
                                           false,         jobs};
         request.choices.Close = true;
@@ -620,12 +620,12 @@ TEST_F(AnalyzeCorpus, NestedBookmarksShowTheContainersValueWithoutFailureWhateve
 // two rows to .docx and PDF: no failure is reported, every output is a sound package, and each
 // invoice's PDF shows the row's values and all the form's text outside the filled places.
 TEST_F(AnalyzeCorpus, PreparedFormsGoThroughConvertAndMergeToPdfWithNothingLost) {
-    const fs::path csv = folder_.path("Lauf.csv");
+    const fs::path csv = folder_ / "Lauf.csv";
     writeControlFile(csv);
     int merged = 0;
     for (const auto& original : documents()) {
         SCOPED_TRACE(original.filename().string());
-        const fs::path work = folder_.path("m" + std::to_string(merged++));
+        const fs::path work = folder_ / ("m" + std::to_string(merged++));
         fs::create_directories(work);
         const fs::path form = prepared(original, work);
         std::ostringstream out;

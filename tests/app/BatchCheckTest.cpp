@@ -65,6 +65,15 @@ TEST_F(BatchCheckTest, UnusableControlFilesAreRefused) {
     writeBytes(folder_ / "leer.csv", "");
     EXPECT_EQ(batch_.check(folder_ / "leer.csv"), 2);
     EXPECT_NE(err_.str().find("keine Rechnungen"), std::string::npos);
+    // A header alone, or a binary file, holds no invoice that could have passed the check.
+    writeBytes(folder_ / "kopf.csv", "RgNummer;RgDatum;KliName\r\n");
+    writeBytes(folder_ / "bild.csv",
+               readBytes(std::string(WORDBM_TEST_SOURCE_DIR) + "/../../examples/Rechnung.docx"));
+    for (const char* name : {"kopf.csv", "bild.csv"}) {
+        err_.str("");
+        EXPECT_EQ(batch_.check(folder_ / name), 2) << name;
+        EXPECT_NE(err_.str().find("Die Steuerdatei enthält keine Rechnungen."), std::string::npos) << name;
+    }
 }
 
 } // namespace

@@ -117,6 +117,32 @@ TEST_F(Verbs, AnInvoiceThatCannotBeSavedFailsTheMerge) {
 
     EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFailed);
     EXPECT_NE(err_.str().find("Die Rechnung wurde nicht gespeichert!"), std::string::npos) << err_.str();
+    // The failed invoice is marked in the list; the others are not.
+    EXPECT_NE(out_.str().find("\n! " + (folder_ / "out/024100")), std::string::npos) << out_.str();
+    EXPECT_NE(out_.str().find("\n  " + (folder_ / "out/024101")), std::string::npos) << out_.str();
+}
+
+// The window's settings are the user's: a merge reads the remembered mask but never rewrites the
+// file, whether it lists names, makes invoices or fails, and a linked settings file stays a link.
+TEST_F(Verbs, MergeLeavesTheSettingsFileAndItsLinkAsTheyWere) {
+    const std::string settings = "; edited by hand\r\n[Billing\\Merger]\r\n"
+                                 "MergerTemplate=String>&W&\\&R&-Lauf.&E&\r\nOptions=PDF;Close\r\n"
+                                 "[Other]\nkey=value\n";
+    fs::create_directories(folder_ / "config/Tarvell");
+    writeBytes(folder_ / "dotfiles-KDX6.ini", settings);
+    fs::create_symlink(folder_ / "dotfiles-KDX6.ini", (folder_ / "config/Tarvell/KDX6.ini"));
+    EngineVerbs::MergeRequest request{form(), csv(), "", (folder_ / "out"), {}, true, 1};
+
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
+    EXPECT_NE(out_.str().find("/024100-Lauf\n"), std::string::npos) << out_.str();
+    request.testOnly = false;
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
+    request.csv = folder_ / "Fehlt.csv";
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitUnusable);
+
+    EXPECT_TRUE(fs::is_symlink(folder_ / "config/Tarvell/KDX6.ini"));
+    EXPECT_EQ(readBytes(folder_ / "dotfiles-KDX6.ini"), settings);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_ / "config/Tarvell"), fs::directory_iterator()), 1);
 }
 
 TEST(EngineVerbsMask, TheOutFolderTakesThePlaceOfTheMasksFolders) {

@@ -3,6 +3,7 @@
 #include "CorpusXml.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <regex>
@@ -77,6 +78,25 @@ TEST(FormInspection, TextFormNamesStoriesAndMergeFields) {
 
     EXPECT_EQ(FormInspection(out, err).run("/nonexistent/form.docx", false), 2);
     EXPECT_NE(err.str().find("Datei nicht gefunden!"), std::string::npos);
+}
+
+// A damaged form whose text and bookmark name hold bytes that are no UTF-8 still gives JSON.
+TEST(FormInspection, JsonOfADamagedFormIsValidUtf8) {
+    std::ostringstream out;
+    std::ostringstream err;
+    ASSERT_EQ(FormInspection(out, err).run(std::string(WORDBM_TEST_SOURCE_DIR) + "/forms/Kaputtes-UTF-8.docx",
+                                           true),
+              0)
+        << err.str();
+    const std::string json = out.str();
+    const auto python =
+        std::string("python3 -c 'import json, sys; json.loads(sys.stdin.buffer.read().decode(\"utf-8\"))'");
+    FILE* check = ::popen(python.c_str(), "w");
+    ASSERT_NE(check, nullptr);
+    std::fwrite(json.data(), 1, json.size(), check);
+    EXPECT_EQ(::pclose(check), 0) << json;
+    EXPECT_NE(json.find("Gr\\ufffdn\\ufffd"), std::string::npos) << json;
+    EXPECT_EQ(json.find('\xff'), std::string::npos);
 }
 
 } // namespace

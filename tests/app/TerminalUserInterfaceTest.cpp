@@ -40,7 +40,7 @@ TEST_F(Terminal, CancelAnswersAYesNoQuestionWithNo) {
 
 TEST_F(Terminal, ListsResultsWithTheCountsOfTheListDialog) {
     auto ui = make(msgbox::Yes);
-    ui.resultListDialog({{"  out/1", "**Pfad nicht gefunden->x/2"}, 2, 1, 1, true});
+    ui.resultListDialog({{"  out/1", "**Pfad nicht gefunden->x/2"}, 2, 1, 1, true, {}});
     EXPECT_EQ(out.str(), "Dateinamen testen\n  out/1\n**Pfad nicht gefunden->x/2\n"
                          "Es wurde geprüft, ob die Ordner vorhanden sind.\n2   Total\n1   Ok\n1   Fehler\n");
 }

@@ -7,6 +7,7 @@
 #include "kit/MemoryOptions.h"
 #include "kit/ScriptedUserInterface.h"
 #include "kit/TempDir.h"
+#include "support/SessionFolder.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -17,7 +18,7 @@
 namespace wordbm::testing {
 
 // An engine on the fake word processor, with a scripted person, in a fresh base folder
-// (TARVELL_DEBUG) that holds the originals in "forms" and the working copies in "_temp_".
+// (TARVELL_DEBUG) that holds the originals in "forms" and the working copies under "_temp_".
 class EngineTest : public ::testing::Test {
 protected:
     EngineTest();
@@ -34,7 +35,9 @@ protected:
     fake::FakeApplication& app() { return *word.apps.back(); }
     fake::DocState& doc() { return *app().opened.back(); }
     const std::string& mainText() { return doc().form.stories[0]; }
-    std::string workFolder() const { return base_ / "_temp_"; }
+    std::string baseFolder() const { return base_.path().string(); }
+    // This process's own folder under "_temp_", where the engine keeps its working copies.
+    std::string workFolder() const { return base_ / ("_temp_/" + SessionFolder::name()); }
     // Every original still holds the bytes it was written with.
     void expectOriginalsUntouched() const;
 

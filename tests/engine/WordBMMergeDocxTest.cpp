@@ -43,8 +43,8 @@ protected:
         engine = std::make_unique<WordBM>(ui, options, [] { return ooxml::DocxApplication::create(); });
         // The sample form carries the QR payment part; its placeholders are filled as in the program.
         engine->SlipBuilder(std::make_unique<modESQR>(ui, engine->QRComponent()));
-        forms_ = fs::path(workFolder()).parent_path().string() + "/forms";
-        out_ = fs::path(workFolder()).parent_path().string() + "/out";
+        forms_ = baseFolder() + "/forms";
+        out_ = baseFolder() + "/out";
         fs::create_directory(out_);
     }
     void start(const ControlFile& data, const std::string& mask = "\\&K&-&R&.&E&") {

@@ -30,15 +30,15 @@ fake::FakeForm invoiceForm() {
 class Merge : public EngineTest {
 protected:
     void SetUp() override {
-        out_ = fs::path(workFolder()).parent_path().string() + "/out";
+        out_ = baseFolder() + "/out";
         fs::create_directory(out_);
     }
     // Opens the control file and the form, with a mask that writes into the out folder.
     void start(const ControlFile& data, const fake::FakeForm& fakeForm = invoiceForm(),
                const std::string& mask = "\\&K&-&R&.&E&") {
-        data.write(fs::path(workFolder()).parent_path().string() + "/forms/Lauf.csv");
+        data.write(baseFolder() + "/forms/Lauf.csv");
         engine->Template(out_ + mask);
-        engine->mfWBM_OpenCSVDoc(fs::path(workFolder()).parent_path().string() + "/forms/Lauf.csv");
+        engine->mfWBM_OpenCSVDoc(baseFolder() + "/forms/Lauf.csv");
         ASSERT_TRUE(open(form("Rechnung.docx", fakeForm)));
     }
     std::string name(const std::string& account, const std::string& number) const {

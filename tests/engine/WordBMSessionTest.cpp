@@ -24,7 +24,7 @@ class Session : public EngineTest {};
 
 TEST_F(Session, OpeningAMissingFormSaysSoAndKeepsTheSession) {
     ASSERT_TRUE(open(form("Rechnung.docx", letter())));
-    const std::string missing = workFolder() + "/../forms/Fehlt.docx";
+    const std::string missing = baseFolder() + "/forms/Fehlt.docx";
 
     EXPECT_FALSE(open(missing));
 
@@ -244,7 +244,7 @@ TEST_F(ControlFile, IsReadFromItsWorkingCopy) {
 }
 
 TEST_F(ControlFile, AMissingFileCannotBeOpened) {
-    engine->mfWBM_OpenCSVDoc(workFolder() + "/../forms/Fehlt.csv");
+    engine->mfWBM_OpenCSVDoc(baseFolder() + "/forms/Fehlt.csv");
     EXPECT_EQ(ui.boxes.back(),
               (Box{"Fehlt.csv\r\nKann Datei nicht öffnen!", 16, "CSV Serienbrief-Steuerdatei"}));
     EXPECT_FALSE(ui.csvDoc);

@@ -6,6 +6,7 @@
 #include "kit/TempDir.h"
 #include "support/Cp1252.h"
 #include "support/Errors.h"
+#include "support/Strings.h"
 
 #include <cstdlib>
 #include <ctime>
@@ -141,19 +142,43 @@ TEST_F(FileNameTemplateTest, EnvironmentVariablesAreReplacedWithTheirCurrentValu
     EXPECT_EQ(names.EnvVarValue(3), "anna");
 }
 
-TEST_F(FileNameTemplateTest, ValuesFromDataOrEnvironmentNeverAddAFolder) {
-    EnvGuard temp("TEMP", "/tmp\\x");
-    names.WordPath(folder_ + "/Rechnung.docx");
+// A variable is the user's own setting and keeps its separators, like &W&; a value from the
+// control file never adds a folder level, not even one that names a variable.
+TEST_F(FileNameTemplateTest, VariablesKeepTheirFoldersValuesFromDataNever) {
+    EnvGuard temp("TEMP", folder_);
+    names.WordPath("/forms/Rechnung.docx");
     names.CSVPath(controlFile({"12/34;1;;1;A/B\\C"}));
-    const std::string doc = name("&W&\\&K&-&G&-%TEMP%.&E&");
-    EXPECT_EQ(doc, folder_ + "\\12_34-A_B_C-_tmp_x.docx");
+    const std::string doc = name("%TEMP%\\&K&-&G&.&E&");
+    EXPECT_EQ(doc, folder_ + "\\12_34-A_B_C.docx");
     EXPECT_EQ(fs::path(names.nativeDocPath(doc)).parent_path(), fs::path(folder_));
+
+    names.CSVPath(controlFile({"&G&;1;;1;%TEMP%"}));
+    const std::string flat = folder_.substr(1);
+    EXPECT_EQ(name("&K&|&G&"),
+              "_" + std::string(replaceAll(flat, "/", "_")) + "|_" + replaceAll(flat, "/", "_"));
 }
 
 TEST_F(FileNameTemplateTest, ValueHoldingALaterTagHasItReplacedToo) {
     EnvGuard temp("TEMP", "tmp");
     names.CSVPath(controlFile({"&G&;1;;1;%TEMP%"}));
     EXPECT_EQ(name("&K&|&G&"), "tmp|tmp");
+}
+
+// The Windows names read their Linux counterparts where they are unset.
+TEST_F(FileNameTemplateTest, WindowsVariablesReadTheirLinuxCounterparts) {
+    EnvGuard username("USERNAME", std::nullopt);
+    EnvGuard user("USER", "bob");
+    EnvGuard profile("USERPROFILE", std::nullopt);
+    EnvGuard drive("HOMEDRIVE", std::nullopt);
+    EnvGuard path("HOMEPATH", std::nullopt);
+    EnvGuard home("HOME", "/home/bob");
+    EnvGuard temp("TEMP", std::nullopt);
+    EnvGuard tmpdir("TMPDIR", "/var/tmp/bob");
+    EXPECT_EQ(name("%USERNAME%|%USERPROFILE%|%HOMEDRIVE%%HOMEPATH%|%TEMP%\\&R&"),
+              "bob|/home/bob|/home/bob|/var/tmp/bob\\222222");
+    EXPECT_EQ(names.EnvVarValue(4), "/var/tmp/bob");
+    EnvGuard noTmpdir("TMPDIR", std::nullopt);
+    EXPECT_EQ(name("%TEMP%"), "/tmp");
 }
 
 TEST_F(FileNameTemplateTest, GivenControlFileIsUsedInsteadOfReadingAgain) {

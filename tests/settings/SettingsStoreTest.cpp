@@ -66,6 +66,44 @@ TEST(IniSettingsStore, FindsItsFolderAndStaysInsideIt) {
     EXPECT_EQ(store.getAllSettings(App, Merger), (Pairs{{"k", "two  lines=forged"}}));
 }
 
+// The window rewrites its settings file through a link to the linked file, and a file it could not
+// read in full (no section, binary, UTF-16, hand-written notes) is kept beside it first.
+TEST(IniSettingsStore, WritesThroughALinkAndKeepsWhatItCouldNotRead) {
+    TempDir root;
+    const std::string file = root / "Tarvell/KDX6.ini";
+    std::filesystem::create_directories(root / "Tarvell");
+    writeBytes(root / "real.ini", "[Billing\\Merger]\nOptions=String>PDF\n");
+    std::filesystem::create_symlink(root / "real.ini", file);
+    IniSettingsStore store(root.path().string());
+
+    store.saveSetting(App, Merger, "DOCOpen", "String>/home/u");
+    EXPECT_TRUE(std::filesystem::is_symlink(file));
+    EXPECT_EQ(readBytes(root / "real.ini"),
+              "[Billing\\Merger]\r\nOptions=String>PDF\r\nDOCOpen=String>/home/u\r\n");
+    // The window's options rewrite their section whole: deleted, then saved key by key.
+    store.deleteSection(App, Merger);
+    store.saveSetting(App, Merger, "Options", "String>PDF");
+    EXPECT_TRUE(std::filesystem::is_symlink(file));
+    EXPECT_EQ(readBytes(root / "real.ini"), "[Billing\\Merger]\r\nOptions=String>PDF\r\n");
+    EXPECT_FALSE(std::filesystem::exists(file + ".bak")); // all of it was understood
+
+    std::filesystem::remove(file);
+    const std::string unreadable[] = {std::string("no section=1\r\n"), std::string("\xff\xfe[\0B\0]\0", 8),
+                                      "[S]\r\n# a note\r\nk=v\r\n" + std::string(1 << 20, 'x')};
+    for (const std::string& bytes : unreadable) {
+        writeBytes(file, bytes);
+        store.saveSetting(App, Merger, "Options", "String>PDF");
+        EXPECT_EQ(store.getSetting(App, Merger, "Options"), "String>PDF");
+        store.deleteSection(App, Merger); // the only section: the file goes, its copy stays
+        writeBytes(file, bytes);
+        store.deleteSection(App, "S");
+    }
+    EXPECT_EQ(readBytes(file + ".bak"), unreadable[0]);
+    EXPECT_EQ(readBytes(file + ".bak1"), unreadable[0]);
+    EXPECT_EQ(readBytes(file + ".bak2"), unreadable[1]);
+    EXPECT_EQ(readBytes(file + ".bak5"), unreadable[2]);
+}
+
 TEST(MemorySettingsStore, ComparesNamesIgnoringCaseAndDropsWhileFailing) {
     MemorySettingsStore store;
     store.saveSetting(App, Merger, "Key", "1");

@@ -16,8 +16,9 @@ namespace {
 
 // Every variable the search reads, TMPDIR included because it decides the system temp folder.
 EnvGuard searchVariables() {
-    return EnvGuard{"TARVELL_DEBUG", "USERPROFILE", "HOME",      "HOMEDRVE", "HOMEPATH",
-                    "TEMP",          "TMP",         "HOMEDRIVE", "TMPDIR"};
+    return EnvGuard{
+        "TARVELL_DEBUG", "USERPROFILE", "HOME",   "HOMEDRVE",          "HOMEPATH",        "TEMP",
+        "TMP",           "HOMEDRIVE",   "TMPDIR", "XDG_DOCUMENTS_DIR", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"};
 }
 
 std::string makeFolder(const std::string& path) {
@@ -88,7 +89,14 @@ TEST(Folders, BaseFolderCandidatesInOrder) {
     const EnvGuard guard = searchVariables();
     TempDir dir;
     EnvGuard::set("TMPDIR", makeFolder(dir / "systemp"));
-    EXPECT_EQ(BaseFolderGet(false, false, false), dir / "systemp") << "last fallback, untested";
+    // The last fallback is a folder of the user's own, not the temp folder others can read.
+    const std::string own = BaseFolderGet(false, false, false);
+    EXPECT_EQ(fs::path(own).parent_path(), dir / "systemp");
+    EXPECT_EQ(fs::status(own).permissions() & fs::perms::all, fs::perms::owner_all);
+    EnvGuard::set("HOME", makeFolder(dir / "nohome"));
+    EXPECT_EQ(BaseFolderGet(false, false, false), dir / "nohome/.cache/Tarvell");
+    EXPECT_EQ(fs::status(dir / "nohome/.cache/Tarvell").permissions() & fs::perms::all, fs::perms::owner_all);
+    ::unsetenv("HOME");
 
     EnvGuard::set("HOMEDRIVE", makeFolder(dir / "drive"));
     EXPECT_EQ(BaseFolderGet(false, false, false), dir / "drive");
@@ -123,7 +131,32 @@ TEST(Folders, BaseFolderCandidatesInOrder) {
     EXPECT_EQ(BaseFolderGet(false, false, false), dir / "debug");
     EXPECT_EQ(WorkFolderGet(false, false, false), dir / "debug/_temp_");
     EXPECT_TRUE(fs::is_directory(dir / "debug/_temp_"));
+    EXPECT_EQ(fs::status(dir / "debug/_temp_").permissions() & fs::perms::all, fs::perms::owner_all)
+        << "working copies are the user's alone";
     EXPECT_EQ(TempDir::entriesIn(dir / "debug/_temp_"), 0u) << "no test file left behind";
+}
+
+// On a German desktop the documents folder is ~/Dokumente: it counts as "Documents".
+TEST(Folders, TheDesktopsDocumentsFolderIsTheHomesDocuments) {
+    const EnvGuard guard = searchVariables();
+    TempDir dir;
+    EnvGuard::set("HOME", makeFolder(dir / "home"));
+    EnvGuard::set("TEMP", makeFolder(dir / "temp"));
+    makeFolder(dir / "home/Dokumente");
+    makeFolder(dir / "home/.config");
+    {
+        std::ofstream(dir / "home/.config/user-dirs.dirs") << "# from xdg-user-dirs-update\n"
+                                                              "XDG_DOCUMENTS_DIR=\"$HOME/Dokumente\"\n";
+    }
+    EXPECT_EQ(BaseFolderGet(false, false, false), dir / "home/Dokumente");
+
+    EnvGuard::set("XDG_DOCUMENTS_DIR", makeFolder(dir / "papers"));
+    EXPECT_EQ(BaseFolderGet(false, false, false), dir / "papers");
+    EnvGuard::set("XDG_DOCUMENTS_DIR", dir / "home/"); // the home itself: not set
+    makeFolder(dir / "home/Documents");
+    EXPECT_EQ(BaseFolderGet(false, false, false), dir / "home/Documents");
+    EnvGuard::set("USERPROFILE", makeFolder(dir / "profile"));
+    EXPECT_EQ(BaseFolderGet(false, false, false), dir / "temp") << "a Windows profile has no desktop";
 }
 
 TEST(Folders, ReadOnlyDocumentsFolderCountsOnlyForExistence) {

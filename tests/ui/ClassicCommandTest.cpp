@@ -67,6 +67,13 @@ private slots:
         QVERIFY(!quoted.help);
         QCOMPARE(quoted.WordDoc, std::string("/home/u/form.docx"));
         QCOMPARE(quoted.Template, std::string("&K&.&E&"));
+        // A quoted path with a blank, whole or split at the blank by a launcher.
+        for (const auto& line : {std::vector<const char*>{"/w", "\"/home/u/my form.docx\""},
+                                 std::vector<const char*>{"/w", "\"/home/u/my", "form.docx\""}}) {
+            const auto blank = read(line);
+            QVERIFY(!blank.help);
+            QCOMPARE(blank.WordDoc, std::string("/home/u/my form.docx"));
+        }
     }
 
     void helpTextLines() {

@@ -201,6 +201,14 @@ private slots:
         QCOMPARE(itemsOf(child<QListWidget>(&dialog, "List1")),
                  QStringList({"/tmp/a.docx", "Fehler in Zeile 3"}));
         QVERIFY(child<QPushButton>(&dialog, "btnOk") != nullptr);
+        // Only the failed invoice's line is marked.
+        result.failedLines = {1};
+        frmList marked(result);
+        const auto* list = child<QListWidget>(&marked, "List1");
+        QCOMPARE(list->item(1)->foreground().color(), QColor(Qt::red));
+        QVERIFY(!list->item(1)->icon().isNull());
+        QVERIFY(list->item(0)->icon().isNull());
+        QVERIFY(list->item(0)->foreground().color() != QColor(Qt::red));
     }
 
     void testModeAddsTheFolderLine() {

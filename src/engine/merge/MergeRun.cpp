@@ -229,6 +229,9 @@ void MergeRun::add(Entry& entry) {
     if (!entry.lines.empty()) {
         ++result_.total;
         ++(entry.error ? result_.errors : result_.ok);
+        for (std::size_t i = 0; entry.error && i < entry.lines.size(); ++i) {
+            result_.failedLines.push_back(result_.lines.size() + i);
+        }
         result_.lines.insert(result_.lines.end(), entry.lines.begin(), entry.lines.end());
     }
     session_.UI().progressStep(entry.row, lineCount_);

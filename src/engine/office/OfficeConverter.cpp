@@ -246,7 +246,13 @@ void OfficeConverter::release(Worker worker) {
 }
 
 OfficeConverter::Worker OfficeConverter::startWorker() const {
-    return std::make_unique<WorkerProcess>(findWorkerProgram(), StartTimeout);
+    // A worker that ends while LibreOffice starts (seen once on a fresh machine's first run) is
+    // started once more; the second failure reaches the user with its exit status and last lines.
+    try {
+        return std::make_unique<WorkerProcess>(findWorkerProgram(), StartTimeout);
+    } catch (const WorkerProcess::EndedAtStart&) {
+        return std::make_unique<WorkerProcess>(findWorkerProgram(), StartTimeout);
+    }
 }
 
 } // namespace wordbm::office

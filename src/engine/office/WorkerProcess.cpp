@@ -2,6 +2,8 @@
 
 #include "WorkerProtocol.h"
 #include "engine/word/AutomationError.h"
+#include "support/FileOps.h"
+#include "support/Strings.h"
 
 #include <cerrno>
 #include <csignal>
@@ -12,6 +14,7 @@
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -140,7 +143,11 @@ void WorkerProcess::spawn(const std::string& program) {
         throw AutomationError(StartFailed + std::string(std::strerror(errno)));
     }
     channel_ = std::make_unique<LineChannel>(ends[0]);
-    const std::string log = messageLog();
+    // Without a log of the user's choice, the worker's messages go into its own folder, to be
+    // quoted when it ends during start-up.
+    const std::string chosen = messageLog();
+    logPath_ = chosen == "/dev/null" ? profileFolder_ + "/worker.log" : chosen;
+    const std::string& log = logPath_;
     SpawnSetup setup;
     posix_spawn_file_actions_adddup2(&setup.actions, ends[1], STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&setup.actions, ends[1], STDOUT_FILENO);
@@ -171,11 +178,43 @@ void WorkerProcess::awaitReady(std::chrono::milliseconds timeout) {
         throw AutomationError(StartFailed + std::string("keine Antwort (Zeitüberschreitung)."));
     }
     if (status == LineChannel::Status::Closed) {
-        throw AutomationError(StartFailed + std::string("das Hilfsprogramm wurde beendet."));
+        throw EndedAtStart(StartFailed + std::string("das Hilfsprogramm wurde beendet") + endReport());
     }
     if (line != protocol::Ready) {
         throw AutomationError(StartFailed + line);
     }
+}
+
+std::string WorkerProcess::endReport() {
+    int status = 0;
+    pid_t ended = 0;
+    // It closed its end; give it a moment to finish ending before it is asked how.
+    for (int attempt = 0; attempt < 40 && ended == 0; ++attempt) {
+        ended = ::waitpid(pid_, &status, WNOHANG);
+        if (ended == 0) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+    }
+    std::string report;
+    if (ended == pid_) {
+        pid_ = -1;
+        report = WIFEXITED(status)     ? " (Exit-Status " + std::to_string(WEXITSTATUS(status)) + ")"
+                 : WIFSIGNALED(status) ? " (Signal " + std::to_string(WTERMSIG(status)) + ")"
+                                       : std::string();
+    }
+    report += ".";
+    std::string text = readFileBytes(logPath_).value_or(std::string());
+    std::vector<std::string> lines;
+    for (const std::string& line : split(text, "\n")) {
+        if (!trim(line).empty()) {
+            lines.push_back(trim(line).substr(0, 300));
+        }
+    }
+    const std::size_t first = lines.size() > 5 ? lines.size() - 5 : 0;
+    for (std::size_t i = first; i < lines.size(); ++i) {
+        report += "\r\n" + lines[i];
+    }
+    return report;
 }
 
 void WorkerProcess::stop() noexcept {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LineChannel.h"
+#include "engine/word/AutomationError.h"
 
 #include <chrono>
 #include <memory>
@@ -25,8 +26,15 @@ public:
         std::string detail;
     };
 
+    // The worker ended before it was ready; the description carries its exit status and the last
+    // lines it printed. Worth one more try: LibreOffice's very first start on a fresh profile may end.
+    class EndedAtStart : public AutomationError {
+    public:
+        using AutomationError::AutomationError;
+    };
+
     // Starts program and waits until LibreOffice is up. Throws AutomationError when it does not
-    // come up within startTimeout.
+    // come up within startTimeout, EndedAtStart when it ends before.
     WorkerProcess(const std::string& program, std::chrono::milliseconds startTimeout);
     ~WorkerProcess();
     WorkerProcess(const WorkerProcess&) = delete;
@@ -45,7 +53,11 @@ private:
     void awaitReady(std::chrono::milliseconds timeout);
     void stop() noexcept;
 
+    // Why the worker that closed its channel at start-up ended, and what it printed last.
+    std::string endReport();
+
     std::string profileFolder_;
+    std::string logPath_;
     pid_t pid_ = -1;
     std::unique_ptr<LineChannel> channel_;
     int documents_ = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -13,6 +14,9 @@ struct ResultList {
     std::int32_t ok = 0;
     std::int32_t errors = 0;
     bool testOnly = false;
+    // Positions in `lines` of the lines that belong to an invoice that failed, so the list can
+    // mark them and a person sees them without reading every line.
+    std::vector<std::size_t> failedLines;
 };
 
 } // namespace wordbm

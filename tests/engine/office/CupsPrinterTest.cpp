@@ -126,6 +126,10 @@ TEST_F(CupsPrinting, PrintsOnTheNamedQueue) {
     EXPECT_THAT(std::filesystem::path(printed).filename().string(), StartsWith("Rechnung_4711"));
     EXPECT_THAT(runProgram({"pdfinfo", printed}).standardOutput, testing::ContainsRegex("Pages: +1\n"));
     EXPECT_THAT(pdfText(printed), HasSubstr("Rechnung 4711"));
+    // cups-pdf found its settings in the private cupsd's own /etc/cups, not in the system's.
+    for (const auto& entry : std::filesystem::directory_iterator("/etc/cups")) {
+        EXPECT_THAT(entry.path().filename().string(), testing::Not(StartsWith("cups-pdf-wordbm")));
+    }
 }
 
 TEST_F(CupsPrinting, PrintsOnTheDefaultDestination) {

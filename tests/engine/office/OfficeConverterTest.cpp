@@ -185,6 +185,26 @@ TEST_F(PdfExportErrors, AMissingWorkerProgramIsReported) {
     EXPECT_THAT(message, HasSubstr("no-such-worker"));
 }
 
+// A worker that ends while it starts is started once more; when that ends too, the message says
+// how it ended and what it printed last.
+TEST_F(PdfExportErrors, AWorkerEndingAtStartIsTriedAgainAndItsEndIsReported) {
+    EnvGuard environment{"WORDBM_OFFICE_WORKER", "WORDBM_OFFICE_LOG"};
+    const std::string starts = folder / "starts";
+    const std::string worker = folder / "ending-worker";
+    wordbm::writeFileAtomic(worker, "#!/bin/sh\necho start >> '" + starts +
+                                        "'\necho 'Profil wird angelegt' >&2\necho \"Start $(wc -l < '" +
+                                        starts + "') misslungen\" >&2\nexit 81\n");
+    std::filesystem::permissions(worker, std::filesystem::perms::owner_all);
+    EnvGuard::set("WORDBM_OFFICE_WORKER", worker);
+    OfficeConverter own;
+    const auto document = copyCorpus(GermanText, "a.docx");
+    const auto message = messageOf([&] { own.toPdf(document, folder / "a.pdf", false); });
+    EXPECT_THAT(message,
+                StartsWith("LibreOffice kann nicht gestartet werden: das Hilfsprogramm wurde beendet "
+                           "(Exit-Status 81).\r\nProfil wird angelegt\r\nStart 2 misslungen"));
+    EXPECT_EQ(wordbm::readFileBytes(starts), "start\nstart\n");
+}
+
 TEST_F(WorkerPool, AWorkerKilledBetweenDocumentsIsReplaced) {
     const auto document = copyCorpus(GermanText, "a.docx");
     converter.setPoolSize(1);

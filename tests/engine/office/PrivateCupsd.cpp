@@ -42,6 +42,9 @@ PrivateCupsd::PrivateCupsd() : socket_(folder_ / "cups.sock") {
         unavailable_ = "cupsd runs the cups-pdf backend only when started as root";
     } else if (::access(Cupsd, X_OK) != 0 || ::access("/usr/lib/cups/backend/cups-pdf", F_OK) != 0) {
         unavailable_ = "cupsd or the cups-pdf backend is not installed";
+    } else if (runProgram({"unshare", "--mount", "--propagation", "private", "true"}).exitStatus != 0) {
+        unavailable_ = "cups-pdf reads its settings from /etc/cups only, and no mount namespace can give it "
+                       "a private /etc/cups here (unshare --mount refused)";
     } else if (setupError_ = writeSettings(); setupError_.empty()) {
         unavailable_ = startDaemon();
     }
@@ -71,10 +74,19 @@ std::string PrivateCupsd::writeSettings() {
     // Filters run as the unprivileged lp user and must reach the temporary folder.
     fs::permissions(root, fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
     fs::permissions(root / "tmp", fs::perms::all | fs::perms::sticky_bit);
-    // The device URI cups-pdf:/<instance> makes cups-pdf read /etc/cups/cups-pdf-<instance>.conf.
+    // The device URI cups-pdf:/<instance> makes cups-pdf read /etc/cups/cups-pdf-<instance>.conf. The
+    // system's folder is not ours to change: cupsd runs in a mount namespace of its own where a copy
+    // of /etc/cups, holding that file, lies over the real one (see startDaemon).
     const std::string instance = "wordbm" + std::to_string(::getpid()) + "-" + root.filename().string();
     deviceUri_ = "cups-pdf:/" + instance;
-    cupsPdfSettings_ = "/etc/cups/cups-pdf-" + instance + ".conf";
+    fs::create_directory(root / "etc-cups");
+    std::error_code ignored;
+    for (const auto& entry : fs::directory_iterator("/etc/cups", ignored)) {
+        if (entry.is_regular_file(ignored)) {
+            fs::copy_file(entry.path(), root / "etc-cups" / entry.path().filename(), ignored);
+        }
+    }
+    cupsPdfSettings_ = (root / "etc-cups" / ("cups-pdf-" + instance + ".conf")).string();
     const std::string out = (root / "out").string();
     if (!write(root / "conf" / "cupsd.conf", "LogLevel debug\nListen " + socket_ + "\n" + AccessRules) ||
         !write(root / "conf" / "cups-files.conf", folderSettings(root.string())) ||
@@ -94,8 +106,25 @@ std::string PrivateCupsd::startDaemon() {
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
                                      0644);
     const std::string daemonConf = conf + "/cupsd.conf", filesConf = conf + "/cups-files.conf";
-    const char* argv[] = {Cupsd, "-f", "-c", daemonConf.c_str(), "-s", filesConf.c_str(), nullptr};
-    const int error = ::posix_spawn(&pid_, Cupsd, &actions, nullptr, const_cast<char**>(argv), environ);
+    const std::string etcCups = (folder_.path() / "etc-cups").string();
+    // unshare and sh each replace themselves, so pid_ ends up being cupsd's.
+    const char* argv[] = {"unshare",
+                          "--mount",
+                          "--propagation",
+                          "private",
+                          "--",
+                          "/bin/sh",
+                          "-c",
+                          "mount --bind \"$0\" /etc/cups && exec \"$@\"",
+                          etcCups.c_str(),
+                          Cupsd,
+                          "-f",
+                          "-c",
+                          daemonConf.c_str(),
+                          "-s",
+                          filesConf.c_str(),
+                          nullptr};
+    const int error = ::posix_spawnp(&pid_, "unshare", &actions, nullptr, const_cast<char**>(argv), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
         pid_ = -1;
