@@ -5,6 +5,7 @@
 #include "engine/WordBM.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
+#include "qrbill/PrintedCode.h"
 #include "qrbill/QRBillValidator.h"
 #include "support/Folders.h"
 
@@ -34,20 +35,19 @@ MergeRun::MergeRun(WordBM& engine, const MergeChoices& choices, bool testOnly)
 
 MergeRun::~MergeRun() = default;
 
-bool MergeRun::formHasQRData() {
+void MergeRun::inspectForm() {
     try {
         const word::BookmarksPtr bookmarks = engine_.doc_->Bookmarks();
         const int count = bookmarks->Count();
         for (int i = 1; i <= count; ++i) {
             const std::string field = engine_.fields_.BookmarkFieldGet(bookmarks->Item(i)->Name());
-            if (BookmarkFiller::isQRField(field) || field.starts_with(BookmarkFiller::SlipPrefix)) {
-                return true;
-            }
+            checkQR_ =
+                checkQR_ || BookmarkFiller::isQRField(field) || field.starts_with(BookmarkFiller::SlipPrefix);
+            proveCodes_ = proveCodes_ || field == "QRCode" || field == "ESQRQRCode";
         }
     } catch (const std::exception&) {
         // A form that cannot be read gets no QR warnings; its invoices fail on their own.
     }
-    return false;
 }
 
 ResultList MergeRun::run() {
@@ -64,7 +64,7 @@ void MergeRun::prepare() {
     e.template_.WordPath(e.wordDoc_);
     e.template_.CSVPath(e.csvDoc_);
     lineCount_ = std::max(e.csv_.LineCount(), 0);
-    checkQR_ = formHasQRData();
+    inspectForm();
     for (const std::string* input : {&e.wordDoc_, &e.wordWork_, &e.csvDoc_, &e.csvWork_}) {
         names_.reserve(nativePath(*input));
     }
@@ -135,10 +135,13 @@ MergeRun::Entry MergeRun::plan(std::int32_t row, std::optional<MergeJob>& job) {
         entry.lines.push_back("  " + shown);
         if (!testOnly_) {
             job = MergeJob{row, docName, path, jobs_++};
+            if (choices_.PDF && proveCodes_) {
+                entry.pdf = InvoiceMaker::pdfPathOf(path);
+            }
         }
     }
     if (checkQR_) {
-        for (const std::string& warning : QRBillValidator::validate(e.coder_.QRText(row))) {
+        for (const std::string& warning : QRBillValidator::validatePrinted(e.coder_.QRText(row))) {
             entry.lines.push_back(QRWarning + warning);
         }
     }
@@ -176,6 +179,10 @@ void MergeRun::deliver(int waitMilliseconds) {
                 engine_.MyMsgBox(message, msgbox::Stop, WordBM::Title);
             }
             record(head, *outcome);
+            head.job.reset(); // taken: the next look waits for its code only
+        }
+        if (!proven(head, wait)) {
+            return;
         }
         add(head);
         pending_.pop_front();
@@ -218,6 +225,35 @@ void MergeRun::halt(std::int32_t row) {
 void MergeRun::record(Entry& entry, const InvoiceOutcome& outcome) {
     entry.error = entry.error || outcome.failed;
     entry.lines.insert(entry.lines.begin() + 1, outcome.notes.begin(), outcome.notes.end());
+    if (outcome.pdfWritten) {
+        prove(entry);
+    }
+}
+
+void MergeRun::prove(Entry& entry) {
+    if (entry.pdf.empty()) {
+        return;
+    }
+    // Taken here: the control file is read by this thread only.
+    std::string payload = engine_.coder_.QRText(entry.row);
+    entry.proof = std::async(std::launch::async, [pdf = entry.pdf, payload = std::move(payload)] {
+        return PrintedCode::verdict(pdf, payload);
+    });
+}
+
+bool MergeRun::proven(Entry& entry, std::chrono::milliseconds wait) {
+    if (!entry.proof.valid()) {
+        return true;
+    }
+    if (entry.proof.wait_for(wait) != std::future_status::ready) {
+        return false;
+    }
+    const std::string verdict = entry.proof.get();
+    if (!verdict.empty()) {
+        entry.lines.insert(entry.lines.begin() + 1, CodeProblem + verdict);
+        entry.error = true;
+    }
+    return true;
 }
 
 void MergeRun::add(Entry& entry) {

@@ -1,5 +1,6 @@
 // The merge run on the sample form through the embedded word processor: the invoices' contents,
-// repeated names, side-by-side invoices, a failing save and, once, PDF files through LibreOffice.
+// repeated names, side-by-side invoices, a failing save, and PDF files through LibreOffice whose QR
+// codes the run reads back itself.
 #include "ControlFile.h"
 #include "EngineFixture.h"
 #include "data/KnownFields.h"
@@ -10,9 +11,15 @@
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
 #include "engine/word/Range.h"
+#include "engine/word/Selection.h"
+#include "engine/word/Shapes.h"
+#include "engine/word/WordConstants.h"
+#include "qrbill/PrintedCode.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
+#include <memory>
 
 namespace wordbm::testing {
 namespace {
@@ -171,6 +178,41 @@ TEST_F(DocxMerge, DeletingWithPdfLeavesOnlyThePdfFiles) {
     }
     EXPECT_TRUE(ui.boxes.empty()) << ui.boxes.front().text;
     EXPECT_EQ(result().ok, 2);
+}
+
+// A shape laid over the payment part's code after the slip was built, as a careless edit of the
+// form might: every invoice still gets its PDF, and the run itself finds that the code is lost.
+TEST_F(DocxMerge, ACodeThatCannotBeReadBackFailsItsInvoice) {
+    const std::string covered = forms_ + "/Verdeckt.docx";
+    {
+        const auto editor = ooxml::DocxApplication::create();
+        const auto doc = editor->Documents()->Open(ControlFile::sampleForm());
+        const float mm = 72 / 25.4F;
+        const auto canvas =
+            doc->Shapes()->AddCanvas(80 * mm, 220 * mm, 25 * mm, 25 * mm, editor->Selection()->Range());
+        canvas->CanvasItems()->AddTextbox(1, 0, 0, 25 * mm, 25 * mm);
+        doc->SaveAs2(covered);
+        editor->Quit();
+    }
+    const ControlFile data({1, 2});
+    data.write(forms_ + "/Lauf.csv");
+    engine->Template(out_ + "\\&K&-&R&.&E&");
+    engine->mfWBM_OpenCSVDoc(forms_ + "/Lauf.csv");
+    ASSERT_TRUE(open(copyIn(covered, "Verdeckt.docx")));
+    engine->MergeJobs(2);
+
+    merge(MergeChoices{false, true, false, true, false, false});
+
+    EXPECT_EQ(result().errors, 2);
+    EXPECT_EQ(result().ok, 0);
+    for (int line = 1; line <= 2; ++line) {
+        EXPECT_TRUE(fs::exists(invoice(data, line, ".pdf")));
+        const auto shown =
+            std::find(result().lines.begin(), result().lines.end(), "  " + invoice(data, line, ""));
+        ASSERT_NE(shown, result().lines.end()) << ::testing::PrintToString(result().lines);
+        ASSERT_NE(shown + 1, result().lines.end());
+        EXPECT_EQ(shown[1], std::string("    QR-Code: ") + PrintedCode::NoCode);
+    }
 }
 
 } // namespace
