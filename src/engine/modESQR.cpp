@@ -9,12 +9,14 @@
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Range.h"
+#include "engine/word/Sections.h"
 #include "engine/word/Selection.h"
 #include "engine/word/Shapes.h"
 #include "engine/word/TextLength.h"
 #include "qrbill/QRCoder.h"
 #include "qrbill/QRImage.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <optional>
@@ -71,6 +73,37 @@ bool markNeeded(SlipMarks::Field field, const std::string& value) {
                                              : SlipValue::EmptyWithoutLineEnds(value);
 }
 
+void keepTextAway(word::Shape& canvas) {
+    // Nothing may be printed over the payment part: lines of the page that carries the slip stop
+    // above each canvas and flow on, whichever section that page belongs to. (Table rows do not
+    // wrap in LibreOffice; the section's bottom margin keeps those off.)
+    const word::WrapFormatPtr wrap = canvas.WrapFormat();
+    wrap->Type(word::wd::wdWrapTopBottom);
+    wrap->DistanceTop(SlipLayout::points(SlipLayout::TextDistanceMm));
+}
+
+// The body of the page the form opens on ends above the slip, so that no line of it, in a table
+// or not, is ever printed over the payment part; what does not fit flows on to the next page.
+// Word and LibreOffice both keep to a section's margins, while tables ignore the canvases' wrapping.
+void keepBodyAbove(word::Document& doc, const SlipChoices& choices) {
+    float top = SlipLayout::PageHeightMm;
+    for (const auto& [chosen, layout] :
+         {std::pair{choices.ST, &SlipLayout::separation()}, std::pair{choices.ET, &SlipLayout::receipt()},
+          std::pair{choices.ZT, &SlipLayout::paymentPart()}}) {
+        if (chosen) {
+            top = std::min(top, layout->top - SlipLayout::BoxShiftMm);
+        }
+    }
+    if (top >= SlipLayout::PageHeightMm) {
+        return;
+    }
+    const word::PageSetupPtr page = doc.Sections()->Item(1)->PageSetup();
+    const float needed = page->PageHeight() - SlipLayout::points(top - SlipLayout::TextDistanceMm);
+    if (page->BottomMargin() < needed) {
+        page->BottomMargin(needed);
+    }
+}
+
 } // namespace
 
 modESQR::modESQR(UserInterface& ui, QRImage& qrImage, std::string imageFolder)
@@ -99,6 +132,7 @@ void modESQR::Build(word::Application& word, word::Document& doc, const SlipChoi
     if (choices.ZT) {
         addCanvas(word, doc, anchor, SlipLayout::paymentPart(), choices.ZTborder);
     }
+    keepBodyAbove(doc, choices);
     anchor->Select();
 }
 
@@ -124,6 +158,7 @@ void modESQR::addCanvas(word::Application& word, word::Document& doc, const word
         doc.Shapes()->AddCanvas(L::points(layout.left), L::points(layout.top), L::points(layout.width),
                                 L::points(layout.height), anchor);
     canvas->Name(SlipCanvasName::Current(layout.code));
+    keepTextAway(*canvas);
     bool framed = false;
     SlipBoxWriter writer(word, doc, texts_, language_);
     for (const L::Box& box : layout.boxes) {

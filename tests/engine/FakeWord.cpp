@@ -375,6 +375,7 @@ public:
     }
     word::CanvasShapesPtr CanvasItems() override { unsupported(); }
     word::LineFormatPtr Line() override { unsupported(); }
+    word::WrapFormatPtr WrapFormat() override { unsupported(); }
 
 private:
     std::shared_ptr<DocState> doc_;
@@ -452,6 +453,7 @@ public:
     word::HeadersFootersPtr Footers() override {
         return std::make_shared<FakeHeadersFooters>(doc_, record().footers);
     }
+    word::PageSetupPtr PageSetup() override { unsupported(); }
 
 private:
     const SectionRecord& record() const {
