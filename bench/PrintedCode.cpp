@@ -46,7 +46,10 @@ struct BenchFolder {
         data.ReadFile((source / "Rechnungslauf.csv").string());
         const wordbm::QRCoder coder(data);
         for (int row = 1; row <= data.LineCount() && static_cast<int>(invoices.size()) < Invoices; ++row) {
-            const fs::path docx = path / (data.FieldStr("RgNummer", row) + ".docx");
+            // &R& writes the invoice number with six digits.
+            std::string number = data.FieldStr("RgNummer", row);
+            number.insert(0, number.size() < 6 ? 6 - number.size() : 0, '0');
+            const fs::path docx = path / (number + ".docx");
             if (fs::exists(docx)) {
                 invoices.push_back(
                     {docx.string(), fs::path(docx).replace_extension(".pdf").string(), coder.QRText(row)});

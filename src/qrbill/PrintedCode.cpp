@@ -30,6 +30,9 @@ std::vector<std::string> codesIn(const poppler::image& image) {
     }
     ZXing::DecodeHints hints;
     hints.setFormats(ZXing::BarcodeFormat::QRCode);
+    // A PDF page is never turned or too large to search as it is.
+    hints.setTryRotate(false);
+    hints.setTryDownscale(false);
     const ZXing::ImageView view(reinterpret_cast<const std::uint8_t*>(image.const_data()), image.width(),
                                 image.height(), ZXing::ImageFormat::Lum, image.bytes_per_row());
     std::vector<std::string> codes;
@@ -41,17 +44,20 @@ std::vector<std::string> codesIn(const poppler::image& image) {
     return codes;
 }
 
-// The page in grey at Dpi: only its lowest FootMm when `footOnly`.
-poppler::image render(const poppler::page_renderer& renderer, const poppler::page& page, bool footOnly) {
+// The page in grey at Dpi: the whole page, or only where the payment part puts its code.
+poppler::image render(const poppler::page_renderer& renderer, const poppler::page& page, bool codeOnly) {
     const poppler::rectf box = page.page_rect();
-    const double scale = PrintedCode::Dpi / 72;
-    const int width = static_cast<int>(box.width() * scale);
-    const int height = static_cast<int>(box.height() * scale);
-    const int foot = std::min(height, static_cast<int>(PrintedCode::FootMm * PointsPerMm * scale));
-    if (!footOnly) {
+    const double pixelsPerMm = PrintedCode::Dpi / 25.4;
+    const int width = static_cast<int>(box.width() / PointsPerMm * pixelsPerMm);
+    const int height = static_cast<int>(box.height() / PointsPerMm * pixelsPerMm);
+    if (!codeOnly) {
         return renderer.render_page(&page, PrintedCode::Dpi, PrintedCode::Dpi, 0, 0, width, height);
     }
-    return renderer.render_page(&page, PrintedCode::Dpi, PrintedCode::Dpi, 0, height - foot, width, foot);
+    const int left = static_cast<int>(PrintedCode::CodeLeftMm * pixelsPerMm);
+    const int right = std::min(width, static_cast<int>(PrintedCode::CodeRightMm * pixelsPerMm));
+    const int foot = std::min(height, static_cast<int>(PrintedCode::FootMm * pixelsPerMm));
+    return renderer.render_page(&page, PrintedCode::Dpi, PrintedCode::Dpi, left, height - foot, right - left,
+                                foot);
 }
 
 } // namespace
@@ -69,11 +75,11 @@ PrintedCode::Reading PrintedCode::read(const std::string& pdfPath) {
     // Sharp module edges read faster and surer than smoothed ones.
     renderer.set_render_hints(0);
     const int pages = document->pages();
-    for (const bool footOnly : {true, false}) {
+    for (const bool codeOnly : {true, false}) {
         for (int index = 0; index < pages; ++index) {
             const std::unique_ptr<poppler::page> page(document->create_page(index));
             if (page) {
-                std::ranges::move(codesIn(render(renderer, *page, footOnly)),
+                std::ranges::move(codesIn(render(renderer, *page, codeOnly)),
                                   std::back_inserter(reading.codes));
             }
         }

@@ -5,9 +5,9 @@
 
 namespace wordbm {
 
-// Reads back the QR codes an invoice's PDF carries where the payment part lies, as a phone at the
-// counter would: the foot of each page is rendered in grey and searched for QR codes. Only when
-// no page's foot holds one are the whole pages searched, for forms that place the code elsewhere.
+// Reads back the QR codes an invoice's PDF carries, as a phone at the counter would: where the
+// payment part puts its code, each page is rendered in grey and searched for QR codes. Only when
+// none is found there are the whole pages searched, for forms that place the code elsewhere.
 // Safe to use from several threads at once, each with its own files.
 class PrintedCode {
 public:
@@ -25,9 +25,12 @@ public:
 
     // Fine enough for a code of version 25 (117 modules over 46 mm: 3.1 pixels a module).
     static constexpr double Dpi = 200;
-    // The payment part's height and the 2 mm it stands above the standard's place, plus a margin
-    // for a form that places it a little higher still.
+    // Where the payment part puts its code, with room around it: the lowest 112 mm of the page
+    // (the part's height, the 2 mm it stands above the standard's place, a margin for a form that
+    // places it higher still), from 55 to 125 mm across (the code lies at 67 to 113 mm).
     static constexpr double FootMm = 112;
+    static constexpr double CodeLeftMm = 55;
+    static constexpr double CodeRightMm = 125;
 
     static constexpr const char* NoCode = "QR-Code im PDF nicht lesbar";
     static constexpr const char* OtherCode = "QR-Code im PDF weicht von den Rechnungsdaten ab";
