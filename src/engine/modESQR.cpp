@@ -73,18 +73,10 @@ bool markNeeded(SlipMarks::Field field, const std::string& value) {
                                              : SlipValue::EmptyWithoutLineEnds(value);
 }
 
-void keepTextAway(word::Shape& canvas) {
-    // Nothing may be printed over the payment part: lines of the page that carries the slip stop
-    // above each canvas and flow on, whichever section that page belongs to. (Table rows do not
-    // wrap in LibreOffice; the section's bottom margin keeps those off.)
-    const word::WrapFormatPtr wrap = canvas.WrapFormat();
-    wrap->Type(word::wd::wdWrapTopBottom);
-    wrap->DistanceTop(SlipLayout::points(SlipLayout::TextDistanceMm));
-}
-
 // The body of the page the form opens on ends above the slip, so that no line of it, in a table
 // or not, is ever printed over the payment part; what does not fit flows on to the next page.
-// Word and LibreOffice both keep to a section's margins, while tables ignore the canvases' wrapping.
+// Word and LibreOffice both keep to a section's margins, table rows included; wrapping the canvases
+// would not stop table rows in LibreOffice, and a canvas anchored in a table cell would be held in it.
 void keepBodyAbove(word::Document& doc, const SlipChoices& choices) {
     float top = SlipLayout::PageHeightMm;
     for (const auto& [chosen, layout] :
@@ -158,7 +150,6 @@ void modESQR::addCanvas(word::Application& word, word::Document& doc, const word
         doc.Shapes()->AddCanvas(L::points(layout.left), L::points(layout.top), L::points(layout.width),
                                 L::points(layout.height), anchor);
     canvas->Name(SlipCanvasName::Current(layout.code));
-    keepTextAway(*canvas);
     bool framed = false;
     SlipBoxWriter writer(word, doc, texts_, language_);
     for (const L::Box& box : layout.boxes) {

@@ -375,7 +375,6 @@ public:
     }
     word::CanvasShapesPtr CanvasItems() override { unsupported(); }
     word::LineFormatPtr Line() override { unsupported(); }
-    word::WrapFormatPtr WrapFormat() override { unsupported(); }
 
 private:
     std::shared_ptr<DocState> doc_;

@@ -5,7 +5,6 @@
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxLineFormat.h"
 #include "engine/ooxml/DocxTextFrame.h"
-#include "engine/ooxml/DocxWrapFormat.h"
 #include "engine/ooxml/DrawingCanvas.h"
 #include "engine/ooxml/ShapeFinder.h"
 #include "engine/word/WordConstants.h"
@@ -99,13 +98,6 @@ word::CanvasShapesPtr DocxShape::CanvasItems() {
 word::LineFormatPtr DocxShape::Line() {
     checked();
     return std::make_shared<DocxLineFormat>(shared_from_this());
-}
-
-word::WrapFormatPtr DocxShape::WrapFormat() {
-    if (checked().wrapType() < 0) {
-        throw AutomationError("Der Textfluss lässt sich nur bei frei platzierten Formen einstellen.");
-    }
-    return std::make_shared<DocxWrapFormat>(shared_from_this());
 }
 
 } // namespace wordbm::ooxml

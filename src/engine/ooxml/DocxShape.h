@@ -27,7 +27,6 @@ public:
     word::TextFramePtr TextFrame() override;
     word::CanvasShapesPtr CanvasItems() override;
     word::LineFormatPtr Line() override;
-    word::WrapFormatPtr WrapFormat() override;
 
     // Throws AutomationError when the shape is gone.
     const ShapeXml& checked() const;

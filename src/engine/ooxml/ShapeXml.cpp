@@ -24,10 +24,6 @@ bool isVmlElement(pugi::xml_node node) {
     return drawingXml::prefix(node) == "v";
 }
 
-// By WdWrapType: square, tight, through, none (in front of or behind the text), top and bottom.
-constexpr std::array<const char*, 5> WrapElements{"wp:wrapSquare", "wp:wrapTight", "wp:wrapThrough",
-                                                  "wp:wrapNone", "wp:wrapTopAndBottom"};
-
 bool isFalse(std::string_view value) {
     return value == "f" || value == "false" || value == "0";
 }
@@ -400,70 +396,6 @@ void ShapeXml::remove() {
     }
     node_ = {};
     VmlFallback::regenerateAround(parent);
-}
-
-int ShapeXml::wrapType() const {
-    if (!named(node_, "wp:anchor")) {
-        return -1;
-    }
-    for (const pugi::xml_node child : node_.children()) {
-        for (std::size_t type = 0; type < WrapElements.size(); ++type) {
-            if (named(child, WrapElements[type])) {
-                return static_cast<int>(type);
-            }
-        }
-    }
-    return wd::wdWrapNone;
-}
-
-void ShapeXml::setWrapType(int type) {
-    if (!named(node_, "wp:anchor") || type < 0 || type >= static_cast<int>(WrapElements.size())) {
-        return;
-    }
-    pugi::xml_node previous;
-    for (const pugi::xml_node child : node_.children()) {
-        if (std::string_view(child.name()).starts_with("wp:wrap")) {
-            previous = child;
-        }
-    }
-    // The wrap element stands between the extent's effect extent and docPr.
-    pugi::xml_node wrap = previous ? node_.insert_child_before(WrapElements[type], previous)
-                                   : node_.insert_child_before(WrapElements[type], node_.child("wp:docPr"));
-    if (type == wd::wdWrapSquare || type == wd::wdWrapTight || type == wd::wdWrapThrough) {
-        wrap.append_attribute("wrapText").set_value("bothSides");
-    }
-    if (type == wd::wdWrapTight || type == wd::wdWrapThrough) {
-        // A polygon around the shape's own box, as Word writes it for a rectangle.
-        pugi::xml_node polygon = wrap.append_child("wp:wrapPolygon");
-        polygon.append_attribute("edited").set_value("0");
-        const std::array<std::pair<const char*, std::array<const char*, 2>>, 5> points{
-            {{"wp:start", {"0", "0"}},
-             {"wp:lineTo", {"0", "21600"}},
-             {"wp:lineTo", {"21600", "21600"}},
-             {"wp:lineTo", {"21600", "0"}},
-             {"wp:lineTo", {"0", "0"}}}};
-        for (const auto& [name, xy] : points) {
-            pugi::xml_node point = polygon.append_child(name);
-            point.append_attribute("x").set_value(xy[0]);
-            point.append_attribute("y").set_value(xy[1]);
-        }
-    }
-    if (previous) {
-        node_.remove_child(previous);
-    }
-    refreshFallback();
-}
-
-float ShapeXml::wrapDistanceTop() const {
-    return emu::toPoints(drawingXml::integer(node_, "distT"));
-}
-
-void ShapeXml::setWrapDistanceTop(float points) {
-    if (!named(node_, "wp:anchor")) {
-        return;
-    }
-    drawingXml::setAttribute(node_, "distT", std::to_string(emu::fromPoints(points)));
-    refreshFallback();
 }
 
 pugi::xml_node ShapeXml::alternateContent() const {

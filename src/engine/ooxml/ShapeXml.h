@@ -53,14 +53,6 @@ public:
     bool lineVisible() const;
     void setLineVisible(bool visible);
 
-    // Text wrapping of a top-level floating DrawingML drawing (WdWrapType; behind or in front of
-    // the text is wdWrapNone); -1 for any other shape, whose wrapping cannot be set.
-    int wrapType() const;
-    void setWrapType(int type);
-    // The room kept free of text above it, in points.
-    float wrapDistanceTop() const;
-    void setWrapDistanceTop(float points);
-
     // The w:txbxContent of a text box (the DrawingML one when stored twice); null for others.
     pugi::xml_node textContent() const;
     // True when the text box holds any character besides paragraph marks.

@@ -33,8 +33,6 @@ public:
     virtual TextFramePtr TextFrame() = 0;
     virtual CanvasShapesPtr CanvasItems() = 0; // throws when the shape is no canvas
     virtual LineFormatPtr Line() = 0;
-    // How the text flows around a floating shape; throws for an inline one.
-    virtual WrapFormatPtr WrapFormat() = 0;
 };
 
 class TextFrame {
@@ -61,17 +59,6 @@ public:
     virtual ~LineFormat() = default;
     virtual bool Visible() const = 0;
     virtual void Visible(bool visible) = 0;
-};
-
-// Text wrapping of a floating shape (wdWrapNone, wdWrapTopBottom ...).
-class WrapFormat {
-public:
-    virtual ~WrapFormat() = default;
-    virtual int Type() const = 0;
-    virtual void Type(int type) = 0;
-    // Points kept free of text above the shape.
-    virtual float DistanceTop() const = 0;
-    virtual void DistanceTop(float points) = 0;
 };
 
 } // namespace wordbm::word

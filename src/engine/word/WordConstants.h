@@ -23,13 +23,6 @@ inline constexpr int msoPicture = 13;
 inline constexpr int msoTextBox = 17;
 inline constexpr int msoCanvas = 20;
 
-// WdWrapType
-inline constexpr int wdWrapSquare = 0;
-inline constexpr int wdWrapTight = 1;
-inline constexpr int wdWrapThrough = 2;
-inline constexpr int wdWrapNone = 3;
-inline constexpr int wdWrapTopBottom = 4;
-
 inline constexpr int wdDoNotSaveChanges = 0;
 inline constexpr int wdSaveChanges = -1;
 
