@@ -154,7 +154,7 @@ std::string invoiceHead() {
                              labelRow("Mandat", field("GeschTxt")) +
                              labelRow("Zeitraum", field("GeschVon") + run(" bis ") + field("GeschBis")) +
                              labelRow("Sachbearbeitung", field("Person"));
-    return paragraph("", spacedAfter(240)) + paragraph(run("Zürich, ") + field("RgDatum"), spacedAfter(240)) +
+    return paragraph("") + paragraph(run("Zürich, ") + field("RgDatum"), spacedAfter(240)) +
            paragraph(run("Rechnung Nr. ", {true, 28, {}}) + field("RgNummer", {true, 28, {}}),
                      spacedAfter(200)) +
            table({2268, TextWidth - 2268}, data, false);
@@ -171,16 +171,16 @@ std::string invoiceTable() {
                              amountRow(run("Auslagen"), "KliAusl") +
                              amountRow(run("Mehrwertsteuer ") + field("MWSTSatz") + run(" %"), "KliMWST") +
                              amountRow(run("Total inkl. MWST", bold), "KliTot2", true);
-    return paragraph("", spacedAfter(240)) +
+    return paragraph("") +
            paragraph(run("Für unsere Leistungen erlauben wir uns, Ihnen wie folgt Rechnung zu stellen:"),
                      spacedAfter(160)) +
            table({7370, TextWidth - 7370}, rows, true);
 }
 
-// The payment terms; the QR payment part itself is laid in below the text by insert-slip, so the
-// text must end above it (183 mm from the top of the page).
+// The payment terms; the QR payment part itself is laid in below the text by insert-slip, which
+// ends the page's text above it (179 mm from the top of the page): the whole invoice fits there.
 std::string paymentTerms() {
-    return paragraph("", spacedAfter(200)) +
+    return paragraph("") +
            paragraph(run("Zahlbar innert ") + field("RgLimit") + run(" Tagen, spätestens am ") +
                      field("RgDue") + run(". MWST-Nr. ") + field("MWSTID") + run(".")) +
            paragraph(run("Bitte verwenden Sie für die Zahlung den QR-Zahlteil unten."), spacedAfter(200));

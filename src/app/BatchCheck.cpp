@@ -57,7 +57,7 @@ int BatchCheck::check(const std::string& csvPath) {
             continue;
         }
         ++invoices;
-        const auto found = QRBillValidator::validate(coder.QRText(row));
+        const auto found = QRBillValidator::validatePrinted(coder.QRText(row));
         if (found.empty()) {
             continue;
         }

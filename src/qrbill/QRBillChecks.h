@@ -37,6 +37,9 @@ bool isValidCreditorReference(std::string_view reference);
 // below and the euro sign: what the QR-bill lets a payload carry.
 bool isPermittedCharacter(char32_t c);
 
+// One of the 249 officially assigned country codes of ISO 3166-1 alpha-2, in capitals.
+bool isCountryCode(std::string_view code);
+
 // The version of the data layout this program reads: major version 02, any minor version, since
 // minor versions keep the layout and readers are meant to accept them.
 bool isSupportedVersion(std::string_view version);

@@ -139,6 +139,9 @@ void checkCountry(std::string_view country, std::string_view who, Warnings& w) {
         w.push_back(std::string(who) + ": Land fehlt");
     else if (!twoLetters)
         w.push_back(std::string(who) + ": Land als zweistelliger Ländercode erwartet (z.B. CH)");
+    else if (!isCountryCode(country))
+        w.push_back(std::string(who) + ": Land " + std::string(country) +
+                    " ist kein Ländercode nach ISO 3166-1");
 }
 
 void checkStructuredAddress(const Address& a, std::string_view who, Warnings& w) {
@@ -149,6 +152,9 @@ void checkStructuredAddress(const Address& a, std::string_view who, Warnings& w)
 }
 
 void checkCombinedAddress(const Address& a, std::string_view who, Warnings& w) {
+    w.push_back(std::string(who) +
+                ": kombinierte Adresse (K) nehmen die Banken seit November 2025 nicht mehr "
+                "an; strukturierte Adresse (S) verwenden");
     checkField(w, who, "Adresszeile 1", a.streetOrLine1, 70, false);
     checkField(w, who, "Adresszeile 2", a.houseNumberOrLine2, 70, true);
     if (!a.postcode.empty() || !a.town.empty())
@@ -267,9 +273,12 @@ void checkAlternativeProcedures(const std::vector<std::string>& procedures, Warn
         w.push_back("Alternative Verfahren: je höchstens 100 Zeichen");
 }
 
-void checkPayloadLength(std::size_t characters, Warnings& w) {
+// The QR code holds 997 bytes; beyond ASCII a character takes two or three of them.
+void checkPayloadLength(std::size_t characters, std::size_t bytes, Warnings& w) {
     if (characters > QRBillValidator::MaxPayloadCharacters)
         w.push_back("Aufbau: Inhalt länger als 997 Zeichen");
+    else if (bytes > QRBillValidator::MaxPayloadBytes)
+        w.push_back("Aufbau: Inhalt länger als 997 Bytes (UTF-8), zu lang für den QR-Code");
 }
 
 Warnings elementWarnings(const SwissPayload& p) {
@@ -289,22 +298,36 @@ Warnings elementWarnings(const SwissPayload& p) {
     return w;
 }
 
-std::size_t shortestTextLength(const SwissPayload& p) {
+// Characters or bytes, by `count`.
+std::size_t shortestTextLength(const SwissPayload& p, std::size_t (*count)(std::string_view)) {
     const auto elements = labelledElements(p);
-    std::size_t characters = elements.size() - 1;
+    std::size_t length = elements.size() - 1;
     for (const auto& element : elements)
-        characters += characterCount(element.second);
+        length += count(element.second);
     // Alternative procedures cannot follow without the billing element in front of them.
     if (!p.billingInformation && !p.alternativeProcedures.empty())
-        ++characters;
-    return characters;
+        ++length;
+    return length;
+}
+
+std::size_t byteCount(std::string_view utf8) {
+    return utf8.size();
+}
+
+// The payment part prints an empty amount box for the payer to fill wherever the amount is not
+// above zero, while the code carries the amount as given.
+bool printsEmptyAmountForZero(std::string_view amount) {
+    return !amount.empty() && std::all_of(amount.begin(), amount.end(), [](char c) {
+        return c == '0' || c == '.' || c == '\'';
+    }) && amount.find('0') != std::string_view::npos;
 }
 
 } // namespace
 
 std::vector<std::string> QRBillValidator::validate(const SwissPayload& payload) {
     Warnings w = elementWarnings(payload);
-    checkPayloadLength(shortestTextLength(payload), w);
+    checkPayloadLength(shortestTextLength(payload, characterCount), shortestTextLength(payload, byteCount),
+                       w);
     return w;
 }
 
@@ -312,7 +335,16 @@ std::vector<std::string> QRBillValidator::validate(std::string_view payloadText)
     Warnings w;
     if (const auto payload = SwissPayload::parse(payloadText, &w))
         w = elementWarnings(*payload);
-    checkPayloadLength(characterCount(payloadText), w);
+    checkPayloadLength(characterCount(payloadText), payloadText.size(), w);
+    return w;
+}
+
+std::vector<std::string> QRBillValidator::validatePrinted(std::string_view payloadText) {
+    Warnings w = validate(payloadText);
+    const auto payload = SwissPayload::parse(payloadText, nullptr);
+    if (payload && printsEmptyAmountForZero(payload->amount))
+        w.push_back("Betrag: der QR-Code trägt " + payload->amount +
+                    ", der Zahlteil zeigt aber das leere Betragsfeld; Betrag angeben oder leer lassen");
     return w;
 }
 

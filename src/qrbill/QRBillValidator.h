@@ -17,6 +17,8 @@ namespace wordbm {
 class QRBillValidator {
 public:
     static constexpr std::size_t MaxPayloadCharacters = 997;
+    // What the QR code of the payment part holds (version 25, level M, byte mode).
+    static constexpr std::size_t MaxPayloadBytes = 997;
     static constexpr std::size_t MaxAdditionalInformation = 140;
 
     // The data as elements. The length limit is checked on the shortest text they can make
@@ -26,6 +28,10 @@ public:
     // The payload text as it goes into the QR code; what keeps it from being read is warned about
     // first, and the elements are then only checked when it could be read.
     static std::vector<std::string> validate(std::string_view payloadText);
+
+    // As validate, for a payload this program prints beside its code: also warns where the
+    // payment part shows other than the code carries.
+    static std::vector<std::string> validatePrinted(std::string_view payloadText);
 };
 
 } // namespace wordbm

@@ -22,6 +22,25 @@ std::string withoutChar(std::string_view text, char dropped) {
     return result;
 }
 
+// A line break inside a value (a quoted CR LF in the control file) would split a payload element in
+// two and shift every element behind it; within a value it stands for a blank.
+std::string oneLine(std::string_view text) {
+    if (text.find_first_of("\r\n") == std::string_view::npos) {
+        return std::string(text);
+    }
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool lineEnd = text[i] == '\r' || text[i] == '\n';
+        if (!lineEnd) {
+            result += text[i];
+        } else if (i + 1 == text.size() || (text[i + 1] != '\r' && text[i + 1] != '\n')) {
+            result += ' ';
+        }
+    }
+    return std::string(trim(result));
+}
+
 // Two decimals, rounded half away from zero as the classic Format does.
 std::string twoDecimals(Currency amount, std::string& francs) {
     std::int64_t cents = amount.scaled / 100;
@@ -41,7 +60,7 @@ std::string QRCoder::Value(std::int32_t row, std::string_view field) const {
 std::string QRCoder::addressOf(std::int32_t row, std::string_view prefix, bool block) const {
     AddressLines lines;
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        lines[i] = Value(row, std::string(prefix) + std::to_string(i + 1));
+        lines[i] = oneLine(Value(row, std::string(prefix) + std::to_string(i + 1)));
     }
     return SplitAddress(lines, block);
 }
@@ -118,19 +137,19 @@ std::string QRCoder::QRText(std::int32_t row) const {
     };
     element("0200");
     element("1");
-    element(withoutChar(Value(row, "BankKto"), ' '));
+    element(withoutChar(oneLine(Value(row, "BankKto")), ' '));
     element("S");
     // The closing CR LF of the creditor and the empty address behind it together make the
     // seven empty elements of the ultimate creditor.
     element(ReceiverFinal(row));
     element(Receiver(row));
-    element(withoutChar(Value(row, "BesrBet"), '\''));
+    element(withoutChar(oneLine(Value(row, "BesrBet")), '\''));
     element("CHF");
     element("S");
     element(Sender(row));
     element("QRR");
-    element(withoutChar(Value(row, "BesrRefNr"), ' '));
-    element(Value(row, "Referenz"));
+    element(withoutChar(oneLine(Value(row, "BesrRefNr")), ' '));
+    element(oneLine(Value(row, "Referenz")));
     element("EPD");
     // The QR component takes the bytes up to the first NUL.
     if (const auto nul = payload.find('\0'); nul != std::string::npos) {

@@ -48,6 +48,22 @@ TEST_F(BatchCheckTest, CheckListsWarningsOfInvoiceRowsOnly) {
     EXPECT_NE(text.find("2 Rechnungen geprüft, 1 mit Warnungen"), std::string::npos) << text;
 }
 
+// The code would carry 0.00 while the payment part shows the empty box for the payer to fill.
+TEST_F(BatchCheckTest, CheckWarnsAboutAZeroAmount) {
+    const std::string zero = folder_ / "null.csv";
+    writeBytes(zero,
+               utf8ToCp1252("RgNummer;RgDatum;KliName;BankKto;BesrBet;BesrRefNr;Referenz;BueroAdr1;"
+                            "BueroAdr2;BueroAdr3;KliAdr1;KliAdr2;KliAdr3\r\n"
+                            "1005;21.11.2026;Dupré;CH44 3199 9123 0008 8901 2;0.00;21 00000 00003 13947 "
+                            "14300 09017;Rechnung 1005;Treuhand Müller AG;Bahnhofstrasse 7;8001 Zürich;"
+                            "Renée Dupré;Rue du Lac 2;1200 Genève\r\n"));
+    EXPECT_EQ(batch_.check(zero), 1);
+    EXPECT_NE(
+        out_.str().find("Betrag: der QR-Code trägt 0.00, der Zahlteil zeigt aber das leere Betragsfeld"),
+        std::string::npos)
+        << out_.str();
+}
+
 TEST_F(BatchCheckTest, QrcodeWritesPayloadAndPicture) {
     EXPECT_EQ(batch_.qrcode(csv_, 1, folder_ / "r1.png", true), 0);
     const auto payload = out_.str();

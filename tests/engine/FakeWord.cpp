@@ -457,6 +457,7 @@ public:
     word::HeadersFootersPtr Footers() override {
         return std::make_shared<FakeHeadersFooters>(doc_, record().footers);
     }
+    word::PageSetupPtr PageSetup() override { unsupported(); }
 
 private:
     const SectionRecord& record() const {

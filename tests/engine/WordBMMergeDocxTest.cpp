@@ -1,5 +1,6 @@
 // The merge run on the sample form through the embedded word processor: the invoices' contents,
-// repeated names, side-by-side invoices, a failing save and, once, PDF files through LibreOffice.
+// repeated names, side-by-side invoices, a failing save, and PDF files through LibreOffice: their QR
+// codes read back by the run itself, their bodies kept off the payment part.
 #include "ControlFile.h"
 #include "EngineFixture.h"
 #include "data/KnownFields.h"
@@ -10,9 +11,17 @@
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
 #include "engine/word/Range.h"
+#include "engine/word/Selection.h"
+#include "engine/word/Shapes.h"
+#include "engine/word/WordConstants.h"
+#include "qrbill/PrintedCode.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
+#include <memory>
+#include <poppler-document.h>
+#include <poppler-page.h>
 
 namespace wordbm::testing {
 namespace {
@@ -34,6 +43,29 @@ std::map<std::string, std::string> bookmarkTexts(const std::string& path) {
     }
     word->Quit();
     return texts;
+}
+
+// A word of a PDF with its box in millimetres from the page's top left.
+struct PdfWord {
+    std::string text;
+    int page = 0;
+    double left = 0, top = 0, right = 0, bottom = 0;
+};
+
+std::vector<PdfWord> pdfWords(const std::string& pdf) {
+    constexpr double MmPerPoint = 25.4 / 72;
+    const std::unique_ptr<poppler::document> document(poppler::document::load_from_file(pdf));
+    std::vector<PdfWord> words;
+    for (int index = 0; document && index < document->pages(); ++index) {
+        const std::unique_ptr<poppler::page> page(document->create_page(index));
+        for (const poppler::text_box& box : page->text_list()) {
+            const poppler::rectf r = box.bbox();
+            const poppler::byte_array utf8 = box.text().to_utf8();
+            words.push_back({std::string(utf8.begin(), utf8.end()), index + 1, r.left() * MmPerPoint,
+                             r.top() * MmPerPoint, r.right() * MmPerPoint, r.bottom() * MmPerPoint});
+        }
+    }
+    return words;
 }
 
 class DocxMerge : public EngineTest {
@@ -171,6 +203,74 @@ TEST_F(DocxMerge, DeletingWithPdfLeavesOnlyThePdfFiles) {
     }
     EXPECT_TRUE(ui.boxes.empty()) << ui.boxes.front().text;
     EXPECT_EQ(result().ok, 2);
+}
+
+// A shape laid over the payment part's code after the slip was built, as a careless edit of the
+// form might: every invoice still gets its PDF, and the run itself finds that the code is lost.
+TEST_F(DocxMerge, ACodeThatCannotBeReadBackFailsItsInvoice) {
+    const std::string covered = forms_ + "/Verdeckt.docx";
+    {
+        const auto editor = ooxml::DocxApplication::create();
+        const auto doc = editor->Documents()->Open(ControlFile::sampleForm());
+        const float mm = 72 / 25.4F;
+        const auto canvas =
+            doc->Shapes()->AddCanvas(80 * mm, 220 * mm, 25 * mm, 25 * mm, editor->Selection()->Range());
+        canvas->CanvasItems()->AddTextbox(1, 0, 0, 25 * mm, 25 * mm);
+        doc->SaveAs2(covered);
+        editor->Quit();
+    }
+    const ControlFile data({1, 2});
+    data.write(forms_ + "/Lauf.csv");
+    engine->Template(out_ + "\\&K&-&R&.&E&");
+    engine->mfWBM_OpenCSVDoc(forms_ + "/Lauf.csv");
+    ASSERT_TRUE(open(copyIn(covered, "Verdeckt.docx")));
+    engine->MergeJobs(2);
+
+    merge(MergeChoices{false, true, false, true, false, false});
+
+    EXPECT_EQ(result().errors, 2);
+    EXPECT_EQ(result().ok, 0);
+    for (int line = 1; line <= 2; ++line) {
+        EXPECT_TRUE(fs::exists(invoice(data, line, ".pdf")));
+        const auto shown =
+            std::find(result().lines.begin(), result().lines.end(), "  " + invoice(data, line, ""));
+        ASSERT_NE(shown, result().lines.end()) << ::testing::PrintToString(result().lines);
+        ASSERT_NE(shown + 1, result().lines.end());
+        EXPECT_EQ(shown[1], std::string("    QR-Code: ") + PrintedCode::NoCode);
+    }
+}
+
+// An invoice whose text is longer than the page above the slip: the rest goes on the next page,
+// and not one of its words lies on the payment part or the separation text.
+TEST_F(DocxMerge, ALongInvoiceTextFlowsOnToTheNextPageInsteadOfUnderTheSlip) {
+    std::string mandate;
+    for (int item = 1; item <= 40; ++item) {
+        mandate += "Mandatsleistung" + std::to_string(item) + " Abschluss und Steuern, ";
+    }
+    const ControlFile data = ControlFile({1}).set(1, "GeschTxt", mandate);
+    start(data);
+
+    merge(MergeChoices{false, true, false, true, false, false});
+
+    EXPECT_EQ(result().ok, 1) << ::testing::PrintToString(result().lines);
+    const auto words = pdfWords(invoice(data, 1, ".pdf"));
+    const auto body = [](const PdfWord& found) {
+        return found.text.starts_with("Mandatsleistung") || found.text == "Freundliche" ||
+               found.text == "Bitte" || found.text == "Mehrwertsteuer" || found.text == "Auslagen";
+    };
+    int bodyOnFirstPage = 0;
+    for (const PdfWord& found : words) {
+        if (found.page == 1 && body(found)) {
+            ++bodyOnFirstPage;
+            // The separation text's box begins 182 mm from the top.
+            EXPECT_LT(found.bottom, 182.0) << found.text << " at " << found.top << " mm";
+        }
+    }
+    EXPECT_GT(bodyOnFirstPage, 10);
+    const auto closing = std::find_if(words.begin(), words.end(),
+                                      [](const PdfWord& found) { return found.text == "Freundliche"; });
+    ASSERT_NE(closing, words.end());
+    EXPECT_GE(closing->page, 2);
 }
 
 } // namespace

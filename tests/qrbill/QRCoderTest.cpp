@@ -28,7 +28,10 @@ protected:
                               "CH4431999123000889012;;;;;;Büro €uro;Weg 1;3000 Bern;;;;;;;\r\n" +
                               // 3: a zero amount and one that is no number
                               "CH4431999123000889012;0.00;;;;;;;;;;;;;;\r\n" +
-                              "CH4431999123000889012;zwölf;;;;;;;;;;;;;;\r\n"));
+                              "CH4431999123000889012;zwölf;;;;;;;;;;;;;;\r\n" +
+                              // 5: line breaks inside values (a CR LF would end the row itself)
+                              "CH4431999123000889012;10.00;;;;\"Rechnung\r4711\";Büro;Weg 1;3000 Bern;;;"
+                              "\"Renée\nDupré\";\"Rue du Lac\n\n2\";1200 Genève;;\r\n"));
     }
 
     CSVfile& data() {
@@ -90,6 +93,17 @@ TEST_F(QRCoderTest, EmptyFieldsKeepTheStructure) {
     const auto missing = coder.QRText(99);
     EXPECT_EQ(elementCount(missing), 31u);
     EXPECT_EQ(missing.rfind("SPC\n0200\n1\n\nS\n", 0), 0u);
+}
+
+// A line break would end a payload element early and shift every element behind it.
+TEST_F(QRCoderTest, LineBreaksInsideValuesNeverReachThePayload) {
+    QRCoder coder(data());
+    const auto payload = coder.QRText(5);
+    EXPECT_EQ(elementCount(payload), 31u) << payload;
+    EXPECT_NE(payload.find("\nS\nRenée Dupré\r\nRue du Lac\r\n2\r\n1200\r\nGenève\r\nCH\nQRR\n"),
+              std::string::npos)
+        << payload;
+    EXPECT_EQ(payload.substr(payload.size() - 18), "\nRechnung 4711\nEPD");
 }
 
 TEST_F(QRCoderTest, SlipTexts) {

@@ -199,7 +199,9 @@ class MainWindowScreenshotTest : public QObject {
         closer.stop();
         QVERIFY2(seen.contains(QStringLiteral("frmMerge")), qPrintable(seen.join(',')));
         QVERIFY(!engine.MergeResult().testOnly);
-        QCOMPARE(engine.MergeResult().errors, 0);
+        QVERIFY2(engine.MergeResult().errors == 0,
+                 qPrintable(QString::fromStdString(engine.MergeResult().lines.front() + "\n" +
+                                                   engine.MergeResult().lines.at(1))));
         const QFileInfo formInfo(original.fileName());
         const QStringList pdfs = formInfo.dir().entryList({QStringLiteral("*.pdf")}, QDir::Files);
         QCOMPARE(pdfs.size(), qsizetype(engine.MergeResult().total));

@@ -104,6 +104,7 @@ void InvoiceMaker::exportPdf(word::DocumentPtr& doc, const std::string& path, In
     removeQuietly(pdf);
     try {
         open(doc).ExportAsFixedFormat(pdf, word::wd::wdExportFormatPDF, choices_.PDFA);
+        outcome.pdfWritten = true;
     } catch (const std::exception& failure) {
         fail(outcome, failure.what(), NoPdf);
     }

@@ -12,6 +12,8 @@ struct InvoiceOutcome {
     // Lines for the result list below the invoice's own line.
     std::vector<std::string> notes;
     bool failed = false;
+    // The invoice's PDF file was written; its QR code can be read back.
+    bool pdfWritten = false;
 };
 
 } // namespace wordbm

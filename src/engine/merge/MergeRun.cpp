@@ -9,6 +9,7 @@
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "names/FileNameTemplate.h"
+#include "qrbill/PrintedCode.h"
 #include "qrbill/QRBillValidator.h"
 #include "qrbill/QRCoder.h"
 #include "support/Folders.h"
@@ -39,20 +40,19 @@ MergeRun::MergeRun(MergeSession& session, const MergeChoices& choices, bool test
 
 MergeRun::~MergeRun() = default;
 
-bool MergeRun::formHasQRData() {
+void MergeRun::inspectForm() {
     try {
         const word::BookmarksPtr bookmarks = session_.Doc()->Bookmarks();
         const int count = bookmarks->Count();
         for (int i = 1; i <= count; ++i) {
             const std::string field = session_.Fields().BookmarkFieldGet(bookmarks->Item(i)->Name());
-            if (BookmarkFiller::isQRField(field) || field.starts_with(BookmarkFiller::SlipPrefix)) {
-                return true;
-            }
+            checkQR_ =
+                checkQR_ || BookmarkFiller::isQRField(field) || field.starts_with(BookmarkFiller::SlipPrefix);
+            proveCodes_ = proveCodes_ || field == "QRCode" || field == "ESQRQRCode";
         }
     } catch (const std::exception&) {
         // A form that cannot be read gets no QR warnings; its invoices fail on their own.
     }
-    return false;
 }
 
 ResultList MergeRun::run() {
@@ -69,7 +69,7 @@ void MergeRun::prepare() {
     s.NameTemplate().WordPath(s.WordDoc());
     s.NameTemplate().CSVPath(s.CSVDoc());
     lineCount_ = std::max(s.CSV().LineCount(), 0);
-    checkQR_ = formHasQRData();
+    inspectForm();
     for (const std::string* input : {&s.WordDoc(), &s.WordWork(), &s.CSVDoc(), &s.CSVWork()}) {
         names_.reserve(nativePath(*input));
     }
@@ -140,10 +140,13 @@ MergeRun::Entry MergeRun::plan(std::int32_t row, std::optional<MergeJob>& job) {
         entry.lines.push_back("  " + shown);
         if (!testOnly_) {
             job = MergeJob{row, docName, path, jobs_++};
+            if (choices_.PDF && proveCodes_) {
+                entry.pdf = InvoiceMaker::pdfPathOf(path);
+            }
         }
     }
     if (checkQR_) {
-        for (const std::string& warning : QRBillValidator::validate(session_.Coder().QRText(row))) {
+        for (const std::string& warning : QRBillValidator::validatePrinted(session_.Coder().QRText(row))) {
             entry.lines.push_back(QRWarning + warning);
         }
     }
@@ -181,6 +184,10 @@ void MergeRun::deliver(int waitMilliseconds) {
                 session_.ShowFailure(message);
             }
             record(head, *outcome);
+            head.job.reset(); // taken: the next look waits for its code only
+        }
+        if (!proven(head, wait)) {
+            return;
         }
         add(head);
         pending_.pop_front();
@@ -223,6 +230,35 @@ void MergeRun::halt(std::int32_t row) {
 void MergeRun::record(Entry& entry, const InvoiceOutcome& outcome) {
     entry.error = entry.error || outcome.failed;
     entry.lines.insert(entry.lines.begin() + 1, outcome.notes.begin(), outcome.notes.end());
+    if (outcome.pdfWritten) {
+        prove(entry);
+    }
+}
+
+void MergeRun::prove(Entry& entry) {
+    if (entry.pdf.empty()) {
+        return;
+    }
+    // Taken here: the control file is read by this thread only.
+    std::string payload = session_.Coder().QRText(entry.row);
+    entry.proof = std::async(std::launch::async, [pdf = entry.pdf, payload = std::move(payload)] {
+        return PrintedCode::verdict(pdf, payload);
+    });
+}
+
+bool MergeRun::proven(Entry& entry, std::chrono::milliseconds wait) {
+    if (!entry.proof.valid()) {
+        return true;
+    }
+    if (entry.proof.wait_for(wait) != std::future_status::ready) {
+        return false;
+    }
+    const std::string verdict = entry.proof.get();
+    if (!verdict.empty()) {
+        entry.lines.insert(entry.lines.begin() + 1, CodeProblem + verdict);
+        entry.error = true;
+    }
+    return true;
 }
 
 void MergeRun::add(Entry& entry) {

@@ -7,9 +7,11 @@
 #include "engine/ports/MergeChoices.h"
 #include "engine/ports/ResultList.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
@@ -40,6 +42,7 @@ public:
     static constexpr const char* NameTaken = "**Dateiname schon vergeben, nicht gespeichert->";
     static constexpr const char* QRWarning = "    QR-Rechnung: ";
     static constexpr const char* Stopped = "**Abgebrochen vor Zeile ";
+    static constexpr const char* CodeProblem = "    QR-Code: ";
 
 private:
     // A row on its way into the result list; its invoice may still be in the making.
@@ -48,6 +51,9 @@ private:
         std::vector<std::string> lines;
         bool error = false;
         std::optional<std::size_t> job; // sequence number of its invoice
+        std::string pdf;                // where its PDF goes, when one is made
+        // Reads the QR code back from the finished PDF beside the run; empty when it matches.
+        std::future<std::string> proof;
     };
 
     // The mask's paths, the reserved names, and who makes the invoices.
@@ -55,7 +61,8 @@ private:
     void walkRows();
     // Ends the session when chosen, shows the result list and returns it.
     ResultList finish();
-    bool formHasQRData();
+    // Whether the form carries QR-bill data, and whether it carries a QR code.
+    void inspectForm();
     // The row's name, folder and warnings; `job` receives the invoice to make, if any.
     Entry plan(std::int32_t row, std::optional<MergeJob>& job);
     // Makes the invoice here, or hands it to the threads once they have room; false when the
@@ -67,6 +74,10 @@ private:
     void deliver(int waitMilliseconds);
     void deliverAll();
     void record(Entry& entry, const InvoiceOutcome& outcome);
+    // Starts reading the PDF's QR code back, away from the threads that make the invoices.
+    void prove(Entry& entry);
+    // False while the entry's code is still being read, after waiting up to `wait`.
+    bool proven(Entry& entry, std::chrono::milliseconds wait);
     void add(Entry& entry);
     bool stopRequested();
 
@@ -74,6 +85,7 @@ private:
     MergeChoices choices_;
     bool testOnly_;
     bool checkQR_ = false;
+    bool proveCodes_ = false;
     std::int32_t lineCount_ = 0;
     OutputNames names_;
     std::size_t jobs_ = 0;

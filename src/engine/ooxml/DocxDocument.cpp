@@ -257,6 +257,11 @@ void DocxDocument::changed(Story& story) {
     saved_ = false;
 }
 
+void DocxDocument::pageSetupChanged() {
+    check();
+    changed(stories_->main());
+}
+
 void DocxDocument::settingsChanged() {
     ++generation_;
     saved_ = false;

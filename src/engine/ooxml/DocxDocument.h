@@ -78,6 +78,8 @@ public:
     void retireInside(pugi::xml_node subtree);
     // The mail-merge settings changed: the document needs saving.
     void settingsChanged();
+    // A section's page setup in the main story changed: the part needs saving.
+    void pageSetupChanged();
     // A new drawing id, above every id of every part.
     unsigned nextDrawingId();
 

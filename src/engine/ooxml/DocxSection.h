@@ -15,6 +15,7 @@ public:
     int Index() const override { return index_; }
     word::HeadersFootersPtr Headers() override;
     word::HeadersFootersPtr Footers() override;
+    word::PageSetupPtr PageSetup() override;
 
 private:
     std::shared_ptr<DocxDocument> document_;

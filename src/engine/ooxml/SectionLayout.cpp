@@ -18,7 +18,9 @@ int typeIndex(std::string_view type) {
 constexpr std::array<int, 3> HeaderStoryTypes{7, 10, 6};
 constexpr std::array<int, 3> FooterStoryTypes{9, 11, 8};
 
-std::vector<pugi::xml_node> sectionProperties(Story& main) {
+} // namespace
+
+std::vector<pugi::xml_node> SectionLayout::properties(Story& main) {
     std::vector<pugi::xml_node> found;
     for (const auto& item : main.map().items) {
         if (item.kind == ItemKind::ParagraphMark) {
@@ -30,8 +32,6 @@ std::vector<pugi::xml_node> sectionProperties(Story& main) {
     found.push_back(main.root().child("w:sectPr"));
     return found;
 }
-
-} // namespace
 
 std::vector<SectionParts> SectionLayout::read(Package& package, StoryRegistry& stories) {
     const auto mainPart = stories.main().partName();
@@ -54,7 +54,7 @@ std::vector<SectionParts> SectionLayout::read(Package& package, StoryRegistry& s
             typed.push_back(story);
         }
     };
-    for (const auto properties : sectionProperties(stories.main())) {
+    for (const auto properties : SectionLayout::properties(stories.main())) {
         for (auto reference = properties.first_child(); reference; reference = reference.next_sibling()) {
             const std::string_view name = reference.name();
             const bool header = name == "w:headerReference";

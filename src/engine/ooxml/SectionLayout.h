@@ -1,12 +1,14 @@
 #pragma once
 
 #include <array>
+#include <pugixml.hpp>
 #include <string>
 #include <vector>
 
 namespace wordbm::ooxml {
 
 class Package;
+class Story;
 class StoryRegistry;
 
 // The header and footer parts each section shows, by Word's index (0 primary, 1 first page, 2 even
@@ -22,6 +24,8 @@ public:
     // One entry per section: every w:sectPr in a paragraph, then the body's own (or an implicit one
     // when the body has none). Also gives header and footer stories their Word story types.
     static std::vector<SectionParts> read(Package& package, StoryRegistry& stories);
+    // The w:sectPr of every section in the same order; the last one may be null (implicit).
+    static std::vector<pugi::xml_node> properties(Story& main);
 };
 
 } // namespace wordbm::ooxml

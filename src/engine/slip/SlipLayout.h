@@ -49,6 +49,10 @@ public:
     static constexpr const char* FontName = "Arial";
     // Every box stands this far left of and above its nominal place.
     static constexpr float BoxShiftMm = 1.0F;
+    // The body text keeps this far above every canvas: the boxes' shift and a clear gap.
+    static constexpr float TextDistanceMm = 3.0F;
+    // The slip's places are measured on an A4 page.
+    static constexpr float PageHeightMm = 297.0F;
 
     static const Canvas& separation();
     static const Canvas& receipt();

@@ -9,12 +9,14 @@
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Range.h"
+#include "engine/word/Sections.h"
 #include "engine/word/Selection.h"
 #include "engine/word/Shapes.h"
 #include "engine/word/TextLength.h"
 #include "qrbill/QRCoder.h"
 #include "qrbill/QRImage.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <optional>
@@ -71,6 +73,29 @@ bool markNeeded(SlipMarks::Field field, const std::string& value) {
                                              : SlipValue::EmptyWithoutLineEnds(value);
 }
 
+// The body of the page the form opens on ends above the slip, so that no line of it, in a table
+// or not, is ever printed over the payment part; what does not fit flows on to the next page.
+// Word and LibreOffice both keep to a section's margins, table rows included; wrapping the canvases
+// would not stop table rows in LibreOffice, and a canvas anchored in a table cell would be held in it.
+void keepBodyAbove(word::Document& doc, const SlipChoices& choices) {
+    float top = SlipLayout::PageHeightMm;
+    for (const auto& [chosen, layout] :
+         {std::pair{choices.ST, &SlipLayout::separation()}, std::pair{choices.ET, &SlipLayout::receipt()},
+          std::pair{choices.ZT, &SlipLayout::paymentPart()}}) {
+        if (chosen) {
+            top = std::min(top, layout->top - SlipLayout::BoxShiftMm);
+        }
+    }
+    if (top >= SlipLayout::PageHeightMm) {
+        return;
+    }
+    const word::PageSetupPtr page = doc.Sections()->Item(1)->PageSetup();
+    const float needed = page->PageHeight() - SlipLayout::points(top - SlipLayout::TextDistanceMm);
+    if (page->BottomMargin() < needed) {
+        page->BottomMargin(needed);
+    }
+}
+
 } // namespace
 
 modESQR::modESQR(UserInterface& ui, QRImage& qrImage, std::string imageFolder)
@@ -99,6 +124,7 @@ void modESQR::Build(word::Application& word, word::Document& doc, const SlipChoi
     if (choices.ZT) {
         addCanvas(word, doc, anchor, SlipLayout::paymentPart(), choices.ZTborder);
     }
+    keepBodyAbove(doc, choices);
     anchor->Select();
 }
 

@@ -17,6 +17,16 @@ public:
     virtual int Index() const = 0;
     virtual HeadersFootersPtr Headers() = 0;
     virtual HeadersFootersPtr Footers() = 0;
+    virtual PageSetupPtr PageSetup() = 0;
+};
+
+// The section's page, in points.
+class PageSetup {
+public:
+    virtual ~PageSetup() = default;
+    virtual float PageHeight() const = 0;
+    virtual float BottomMargin() const = 0;
+    virtual void BottomMargin(float points) = 0;
 };
 
 // Always three: wdHeaderFooterPrimary, wdHeaderFooterFirstPage, wdHeaderFooterEvenPages. A type the
