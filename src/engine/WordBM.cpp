@@ -254,12 +254,12 @@ void WordBM::WordDocClose() {
                  msgbox::YesNo, CopyBackTitle) == msgbox::No) {
         return;
     }
+    // A working copy that could not be saved is not the form the person sees: copying it back
+    // would put a stale file over the original, so the session stays open instead.
+    if (!WorkingFormSave()) {
+        return;
+    }
     if (doc_) {
-        try {
-            doc_->Save();
-        } catch (const std::exception&) {
-            // The copy-back below then offers the working copy as it was last saved.
-        }
         try {
             doc_->Close();
         } catch (const std::exception&) {

@@ -8,6 +8,8 @@
 #include "engine/word/Sections.h"
 #include "support/Strings.h"
 
+#include <filesystem>
+
 namespace wordbm::testing {
 namespace {
 
@@ -173,6 +175,26 @@ TEST_F(Docx, ClosingWithoutTheCopyBackLeavesTheOriginal) {
 
     EXPECT_FALSE(engine->Word());
     expectOriginalsUntouched();
+}
+
+// A working copy that cannot be saved must never be copied back in its stale state.
+TEST_F(Docx, AFailedSaveKeepsTheFormOpenAndCopiesNothingBack) {
+    ASSERT_TRUE(open(copyIn(TestForm, "Rechnung.docx")));
+    ui.answers = {msgbox::Yes};
+    engine->mfWBM_Replace();
+    const std::string working = engine->WordWork();
+    std::filesystem::remove(working);
+    std::filesystem::create_directory(working); // nothing can be saved in its place
+
+    ui.answers = {msgbox::Yes, msgbox::Yes, msgbox::Yes};
+    engine->mfWBM_OpenWordDoc("");
+
+    EXPECT_NE(ui.boxes.back().text.find("Das Word-Rechnungsformular wurde nicht gespeichert!"),
+              std::string::npos)
+        << ui.boxes.back().text;
+    EXPECT_TRUE(engine->Word());
+    expectOriginalsUntouched();
+    std::filesystem::remove(working);
 }
 
 } // namespace
