@@ -1,9 +1,9 @@
 // PDF export per invoice: the warm worker pool of WordBM against a plain
 // `soffice --headless --convert-to pdf` of the same one-page documents, in one run, as a ratio.
 // Each document is timed on its own; the summary gives the medians per document.
+#include "Timing.h"
 #include "engine/office/OfficeConverter.h"
 
-#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdio>
@@ -18,7 +18,9 @@
 extern char** environ;
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
+using bench::Clock;
+using bench::median;
+using bench::millisecondsSince;
 
 namespace {
 
@@ -49,10 +51,6 @@ BenchFolder& folder() {
 }
 
 std::vector<double> warmSamples, warmArchiveSamples, sofficeSamples;
-
-double millisecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
 
 bool runSoffice(const std::vector<std::string>& documents) {
     std::vector<std::string> arguments{"soffice",
@@ -124,15 +122,6 @@ void BM_SofficeConvertTo(benchmark::State& state) {
 BENCHMARK(BM_WarmPdfExport)->Iterations(50)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WarmPdfAExport)->Iterations(50)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SofficeConvertTo)->Iterations(10)->UseManualTime()->Unit(benchmark::kMillisecond);
-
-double median(std::vector<double> samples) {
-    if (samples.empty()) {
-        return 0;
-    }
-    std::sort(samples.begin(), samples.end());
-    const std::size_t middle = samples.size() / 2;
-    return samples.size() % 2 ? samples[middle] : (samples[middle - 1] + samples[middle]) / 2;
-}
 
 } // namespace
 

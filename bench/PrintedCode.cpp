@@ -3,11 +3,11 @@
 // PDF by a warm LibreOffice worker, and its code is read back from that PDF. Medians per invoice.
 #include "qrbill/PrintedCode.h"
 
+#include "Timing.h"
 #include "data/CSVfile.h"
 #include "engine/office/OfficeConverter.h"
 #include "qrbill/QRCoder.h"
 
-#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdio>
@@ -18,7 +18,9 @@
 #include <vector>
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
+using bench::Clock;
+using bench::median;
+using bench::millisecondsSince;
 
 namespace {
 
@@ -69,10 +71,6 @@ BenchFolder& folder() {
 
 std::vector<double> exportSamples, readSamples;
 
-double millisecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
 void BM_PdfExport(benchmark::State& state) {
     const auto& invoices = folder().invoices;
     if (invoices.empty()) {
@@ -112,15 +110,6 @@ void BM_ReadCodeBack(benchmark::State& state) {
 
 BENCHMARK(BM_PdfExport)->Iterations(20)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReadCodeBack)->Iterations(50)->UseManualTime()->Unit(benchmark::kMillisecond);
-
-double median(std::vector<double> samples) {
-    if (samples.empty()) {
-        return 0;
-    }
-    std::sort(samples.begin(), samples.end());
-    const std::size_t middle = samples.size() / 2;
-    return samples.size() % 2 ? samples[middle] : (samples[middle - 1] + samples[middle]) / 2;
-}
 
 } // namespace
 
