@@ -235,10 +235,14 @@ bool WordBM::WorkingFormSave() {
         doc_->Save();
         return true;
     } catch (const std::exception& failure) {
-        MyMsgBox(std::string(failure.what()) + CrLf + "Das Word-Rechnungsformular wurde nicht gespeichert!",
-                 msgbox::Stop, "Word-Rechnungsformular");
+        UnsavedReport(failure);
         return false;
     }
+}
+
+void WordBM::UnsavedReport(const std::exception& failure) {
+    MyMsgBox(std::string(failure.what()) + CrLf + "Das Word-Rechnungsformular wurde nicht gespeichert!",
+             msgbox::Stop, "Word-Rechnungsformular");
 }
 
 void WordBM::WordDocClose() {
@@ -254,12 +258,15 @@ void WordBM::WordDocClose() {
                  msgbox::YesNo, CopyBackTitle) == msgbox::No) {
         return;
     }
-    // A working copy that could not be saved is not the form the person sees: copying it back
-    // would put a stale file over the original, so the session stays open instead.
-    if (!WorkingFormSave()) {
-        return;
-    }
     if (doc_) {
+        try {
+            doc_->Save();
+        } catch (const std::exception& failure) {
+            // A working copy that could not be saved is not the form the person sees: copying it
+            // back would put a stale file over the original, so the session stays open instead.
+            UnsavedReport(failure);
+            return;
+        }
         try {
             doc_->Close();
         } catch (const std::exception&) {

@@ -14,6 +14,7 @@
 #include "qrbill/QRImage.h"
 
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
@@ -152,6 +153,8 @@ public:
     void mfWBM_ESQRgo();
 
 private:
+    // Tells the person that the working form could not be saved, and why.
+    void UnsavedReport(const std::exception& failure);
     // The rest of what the merge run reads and hands back.
     const ApplicationFactory& WordFactory() const override { return createWord_; }
     void MergeResult(const ResultList& result) override { mergeResult_ = result; }
