@@ -57,13 +57,11 @@ std::vector<StoryLine> storyLines(word::Range& story, const std::string& text) {
 }
 
 void addLines(std::map<std::string, SlipFit::Give, std::less<>>& roles, const std::string& value,
-              SlipFit::Give give, bool skipFirst) {
-    bool first = true;
+              SlipFit::Give give) {
     for (const std::string& line : split(value, "\r\n")) {
-        if (!(first && skipFirst) && !trim(line).empty()) {
-            roles.emplace(std::string(trim(line)), give);
+        if (!trim(line).empty()) {
+            roles.emplace(trim(line), give);
         }
-        first = false;
     }
 }
 
@@ -88,9 +86,10 @@ SlipBoxFitter::Roles SlipBoxFitter::rolesOf(const QRCoder& coder, std::int32_t r
     Roles roles;
     // The account number above the creditor's address and the reference stay whole: they are
     // what the payer types.
-    addLines(roles, coder.KontoAn(row), SlipFit::Give::Address, true);
-    addLines(roles, coder.KontoVon(row), SlipFit::Give::Address, false);
-    addLines(roles, coder.Zusatz(row), SlipFit::Give::Message, false);
+    addLines(roles, coder.KontoAn(row), SlipFit::Give::Address);
+    addLines(roles, coder.KontoVon(row), SlipFit::Give::Address);
+    roles.erase(trim(coder.IBAN(row)));
+    addLines(roles, coder.Zusatz(row), SlipFit::Give::Message);
     return roles;
 }
 
@@ -103,7 +102,7 @@ void SlipBoxFitter::fitBox(word::Shape& box, const Roles& roles) const {
     std::vector<StoryLine> lines = storyLines(*story, story->Text());
     std::vector<SlipFit::Line> fitLines;
     for (StoryLine& line : lines) {
-        const auto role = roles.find(line.line.text);
+        const auto role = roles.find(trim(line.line.text));
         line.line.give = role != roles.end() && !line.line.bold ? role->second : SlipFit::Give::Nothing;
         fitLines.push_back(line.line);
     }
