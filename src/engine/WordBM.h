@@ -17,6 +17,7 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -142,6 +143,10 @@ public:
     // Fills a copy of the open form, as it stands now, from the first invoice row and exports it as
     // PDF to `pdfPath`, the copy beside it; the form itself stays as it is. "" or why there is none.
     std::string InvoicePreview(const std::string& pdfPath);
+    // The QR code of the PDF that InvoicePreview wrote, read back as the merge run reads every
+    // invoice's: nullopt when the form carries no QR code, "" when the code holds the row's data,
+    // otherwise the German reason.
+    std::optional<std::string> InvoicePreviewCode(const std::string& pdfPath);
     // Whether the folder of the document path exists, after one attempt to create it.
     bool DocFolderCheck(const std::string& docPath) override;
     // How many invoices are made side by side, each by a thread of its own on its own copy of the
@@ -198,6 +203,8 @@ private:
     std::string csvDoc_;
     std::string wordWork_;
     std::string csvWork_;
+    // The data line of the last invoice preview; 0 before one was written.
+    std::int32_t previewRow_ = 0;
     bool wordShown_ = false;
     bool askedToClose_ = false;
     bool running_ = false;

@@ -3,9 +3,11 @@
 #include "engine/merge/BookmarkFiller.h"
 #include "engine/merge/MergeRun.h"
 #include "engine/word/Application.h"
+#include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
 #include "engine/word/WordConstants.h"
+#include "qrbill/PrintedCode.h"
 #include "support/FileOps.h"
 
 #include <filesystem>
@@ -80,7 +82,27 @@ std::string WordBM::InvoicePreview(const std::string& pdfPath) {
     } catch (const std::exception& failure) {
         return failure.what();
     }
+    previewRow_ = row;
     return {};
+}
+
+std::optional<std::string> WordBM::InvoicePreviewCode(const std::string& pdfPath) {
+    if (previewRow_ < 1 || !CheckDoc(false)) {
+        return std::nullopt;
+    }
+    bool carriesCode = false;
+    try {
+        const word::BookmarksPtr bookmarks = doc_->Bookmarks();
+        for (int i = 1; i <= bookmarks->Count() && !carriesCode; ++i) {
+            carriesCode = BookmarkFiller::isCodePicture(fields_.BookmarkFieldGet(bookmarks->Item(i)->Name()));
+        }
+    } catch (const std::exception&) {
+        return std::nullopt; // a form that cannot be read had no preview to check either
+    }
+    if (!carriesCode) {
+        return std::nullopt;
+    }
+    return PrintedCode::verdict(pdfPath, coder_.QRText(previewRow_));
 }
 
 bool WordBM::DocFolderCheck(const std::string& docPath) {

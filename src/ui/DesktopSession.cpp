@@ -32,6 +32,8 @@ DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
     window.templateChanged = [this](const std::string& mask) { engine_.Template(mask); };
     window.preview().setExport(PagePreview::Source::Invoice,
                                [this](const std::string& pdf) { return engine_.InvoicePreview(pdf); });
+    window.preview().setCodeCheck(PagePreview::Source::Invoice,
+                                  [this](const std::string& pdf) { return engine_.InvoicePreviewCode(pdf); });
 }
 
 } // namespace wordbm

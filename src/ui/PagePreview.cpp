@@ -23,6 +23,10 @@ PagePreview::PagePreview(QWidget* parent) : QWidget(parent) {
     lblPreview_ = new QLabel(QStringLiteral("Keine Vorschau"), this);
     lblPreview_->setObjectName(QStringLiteral("lblPreview"));
     lblPreview_->setAlignment(Qt::AlignCenter);
+    lblPreviewCode_ = new QLabel(this);
+    lblPreviewCode_->setObjectName(QStringLiteral("lblPreviewCode"));
+    lblPreviewCode_->setToolTip(
+        QStringLiteral("Der QR-Code der Vorschau, aus dem PDF gelesen wie beim Zusammenführen"));
     scroll_ = new QScrollArea(this);
     scroll_->setWidget(lblPreview_);
     scroll_->setWidgetResizable(true);
@@ -34,7 +38,7 @@ PagePreview::PagePreview(QWidget* parent) : QWidget(parent) {
     auto* controls = new QHBoxLayout;
     controls->addWidget(cbxPreview_);
     controls->addWidget(btnPreview);
-    controls->addStretch();
+    controls->addWidget(lblPreviewCode_, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(controls);
     layout->addWidget(scroll_, 1);
@@ -52,6 +56,10 @@ void PagePreview::setExport(Source source, Export write) {
     (source == Source::Form ? form_ : invoice_) = std::move(write);
 }
 
+void PagePreview::setCodeCheck(Source source, CodeCheck check) {
+    (source == Source::Form ? formCode_ : invoiceCode_) = std::move(check);
+}
+
 void PagePreview::choose(Source source) {
     cbxPreview_->setCurrentIndex(cbxPreview_->findData(static_cast<int>(source)));
     render();
@@ -66,6 +74,21 @@ void PagePreview::showReason(const QString& reason) {
     folder_.reset();
     lblPreview_->setPixmap({});
     lblPreview_->setText(reason);
+    lblPreviewCode_->clear();
+}
+
+void PagePreview::showCode(const std::string& pdfPath) {
+    const CodeCheck& check = chosen() == Source::Form ? formCode_ : invoiceCode_;
+    const std::optional<std::string> verdict = check ? check(pdfPath) : std::nullopt;
+    if (!verdict) {
+        lblPreviewCode_->clear();
+    } else if (verdict->empty()) {
+        lblPreviewCode_->setStyleSheet({});
+        lblPreviewCode_->setText(QStringLiteral("QR-Code gelesen: entspricht den Rechnungsdaten"));
+    } else {
+        lblPreviewCode_->setStyleSheet(QStringLiteral("color: #b00000; font-weight: bold"));
+        lblPreviewCode_->setText(QStringLiteral("QR-Code: ") + QString::fromStdString(*verdict));
+    }
 }
 
 bool PagePreview::render() {
@@ -81,6 +104,7 @@ bool PagePreview::render() {
         showReason(QStringLiteral("Keine Vorschau: die PDF-Datei ist nicht lesbar"));
         return false;
     }
+    showCode(pdf.toStdString());
     return showPage();
 }
 

@@ -2,6 +2,7 @@
 #include "engine/WordBM.h"
 #include "engine/word/Document.h"
 #include "engine/word/Range.h"
+#include "engine/word/WordConstants.h"
 #include "settings/MemorySettingsStore.h"
 #include "ui/DesktopSession.h"
 #include "ui/PagePreview.h"
@@ -107,6 +108,38 @@ private slots:
         QVERIFY(!window.renderPreview());
         QCOMPARE(window.findChild<QLabel*>(QStringLiteral("lblPreview"))->text(),
                  QStringLiteral("Keine Vorschau: Keine Rechnung in der Rechnungs-Steuerdatei"));
+    }
+
+    // The verdict beside the page is the merge run's: the code of invoice 1 read back from its PDF.
+    void theQRCodeOfInvoiceOneIsReadBackFromItsPdf() {
+        const QString form = home_.filePath(QStringLiteral("Rechnung-QR.docx"));
+        QVERIFY(QFile::copy(sample("Rechnung.docx"), form));
+        wordbm::DesktopSession session(std::make_shared<wordbm::MemorySettingsStore>());
+        session.ui().answerBox = [](const std::string&, int, const std::string&) {
+            return wordbm::msgbox::No;
+        };
+        auto& window = session.ui().window();
+        auto& engine = session.engine();
+        window.setCSVDoc(sample("Rechnungslauf.csv"));
+        window.setWordDoc(form);
+        QVERIFY(engine.Doc());
+        const auto verdict = [&window] {
+            return window.findChild<QLabel*>(QStringLiteral("lblPreviewCode"))->text();
+        };
+
+        window.preview().choose(wordbm::PagePreview::Source::Invoice);
+        QCOMPARE(verdict(), QStringLiteral("QR-Code gelesen: entspricht den Rechnungsdaten"));
+        // The form shows placeholders, not a code to read.
+        window.preview().choose(wordbm::PagePreview::Source::Form);
+        QCOMPARE(verdict(), QString());
+
+        // A PDF without the code, here the unfilled form's, gets the merge run's verdict.
+        window.preview().setExport(wordbm::PagePreview::Source::Invoice, [&engine](const std::string& pdf) {
+            engine.Doc()->ExportAsFixedFormat(pdf, wordbm::word::wd::wdExportFormatPDF);
+            return std::string();
+        });
+        window.preview().choose(wordbm::PagePreview::Source::Invoice);
+        QCOMPARE(verdict(), QStringLiteral("QR-Code: QR-Code im PDF nicht lesbar"));
     }
 };
 

@@ -98,15 +98,24 @@ std::vector<std::string> BookmarkFiller::fill(word::Application& word, word::Doc
     // In the collection's order, as Word walks it: a bookmark inside another one that was filled
     // before it went with the container's text, and the container's value stands. Only this loop
     // edits the document, so a bookmark missing at its turn is one of those.
+    bool slipFilled = false;
     for (const std::string& name : names) {
         const std::string field = fields_.BookmarkFieldGet(name);
         if (field.empty() || !stillThere(doc, name)) {
             continue;
         }
+        slipFilled = slipFilled || (slip_ && field.starts_with(SlipPrefix));
         try {
             fillOne(word, doc, name, field, row);
         } catch (const std::exception& failure) {
             problems.push_back("Textmarke " + name + ": " + failure.what());
+        }
+    }
+    if (slipFilled) {
+        try {
+            slip_->Finish(doc, coder_, row);
+        } catch (const std::exception& failure) {
+            problems.push_back(failure.what());
         }
     }
     setScreenUpdating(word, true);

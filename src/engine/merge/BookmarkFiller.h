@@ -35,6 +35,8 @@ public:
 
     // The fields whose text comes from the QR-bill data rather than from a column.
     static bool isQRField(std::string_view field);
+    // The field puts the QR code's picture into the invoice.
+    static bool isCodePicture(std::string_view field) { return field == "QRCode" || field == "ESQRQRCode"; }
     // Fields beginning with this belong to the payment slip.
     static constexpr std::string_view SlipPrefix = "ESQR";
 

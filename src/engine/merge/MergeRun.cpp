@@ -48,7 +48,7 @@ void MergeRun::inspectForm() {
             const std::string field = session_.Fields().BookmarkFieldGet(bookmarks->Item(i)->Name());
             checkQR_ =
                 checkQR_ || BookmarkFiller::isQRField(field) || field.starts_with(BookmarkFiller::SlipPrefix);
-            proveCodes_ = proveCodes_ || field == "QRCode" || field == "ESQRQRCode";
+            proveCodes_ = proveCodes_ || BookmarkFiller::isCodePicture(field);
         }
     } catch (const std::exception&) {
         // A form that cannot be read gets no QR warnings; its invoices fail on their own.

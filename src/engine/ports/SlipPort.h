@@ -22,6 +22,9 @@ public:
     // Fills one slip placeholder from data line `row`. May throw AutomationError.
     virtual void Fill(word::Application& word, word::Document& doc, word::Bookmark& placeholder,
                       const std::string& field, const QRCoder& coder, std::int32_t row) = 0;
+    // Called once the placeholders of data line `row` are filled, to fit the filled texts into
+    // their boxes. May throw AutomationError.
+    virtual void Finish(word::Document& /*doc*/, const QRCoder& /*coder*/, std::int32_t /*row*/) {}
 };
 
 } // namespace wordbm

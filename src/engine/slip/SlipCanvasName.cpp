@@ -1,6 +1,8 @@
 #include "engine/slip/SlipCanvasName.h"
 
 #include "data/KnownFields.h"
+#include "engine/word/Document.h"
+#include "engine/word/Shapes.h"
 
 namespace wordbm {
 
@@ -19,6 +21,23 @@ std::string SlipCanvasName::Current(std::string_view code) {
 
 std::string SlipCanvasName::Previous(std::string_view code) {
     return "kdx5_" + std::string(Stem) + std::string(code);
+}
+
+std::vector<word::ShapePtr> SlipCanvasName::Canvases(word::Document& doc, std::string_view code) {
+    const word::ShapesPtr shapes = doc.Shapes();
+    for (const std::string& name : {Current(code), Previous(code)}) {
+        std::vector<word::ShapePtr> found;
+        for (int index = 1; index <= shapes->Count(); ++index) {
+            word::ShapePtr shape = shapes->Item(index);
+            if (shape->Name() == name) {
+                found.push_back(std::move(shape));
+            }
+        }
+        if (!found.empty()) {
+            return found;
+        }
+    }
+    return {};
 }
 
 } // namespace wordbm

@@ -8,28 +8,6 @@
 
 namespace wordbm {
 
-namespace {
-
-// The canvases named with the current name, or, only when there is none, with the previous one.
-std::vector<word::ShapePtr> canvasesOf(word::Document& doc, std::string_view code) {
-    const word::ShapesPtr shapes = doc.Shapes();
-    for (const std::string& name : {SlipCanvasName::Current(code), SlipCanvasName::Previous(code)}) {
-        std::vector<word::ShapePtr> found;
-        for (int index = 1; index <= shapes->Count(); ++index) {
-            word::ShapePtr shape = shapes->Item(index);
-            if (shape->Name() == name) {
-                found.push_back(std::move(shape));
-            }
-        }
-        if (!found.empty()) {
-            return found;
-        }
-    }
-    return {};
-}
-
-} // namespace
-
 std::string SlipMarks::DefaultFolder() {
     return ProgramDataPath("img");
 }
@@ -54,7 +32,7 @@ void SlipMarks::Place(word::Document& doc, Field field) const {
 
 void SlipMarks::placeInto(word::Document& doc, const Mark& mark) const {
     const std::string file = folder_ + "/" + std::string(mark.file);
-    for (const word::ShapePtr& canvas : canvasesOf(doc, mark.canvasCode)) {
+    for (const word::ShapePtr& canvas : SlipCanvasName::Canvases(doc, mark.canvasCode)) {
         canvas->CanvasItems()->AddPicture(file, false, true, SlipLayout::points(mark.left),
                                           SlipLayout::points(mark.top), SlipLayout::points(mark.width),
                                           SlipLayout::points(mark.height));

@@ -3,6 +3,7 @@
 #include "engine/ports/UserInterface.h"
 #include "engine/slip/SlipBoxWriter.h"
 #include "engine/slip/SlipCanvasName.h"
+#include "engine/slip/SlipFont.h"
 #include "engine/slip/SlipValue.h"
 #include "engine/word/Application.h"
 #include "engine/word/AutomationError.h"
@@ -99,7 +100,7 @@ void keepBodyAbove(word::Document& doc, const SlipChoices& choices) {
 } // namespace
 
 modESQR::modESQR(UserInterface& ui, QRImage& qrImage, std::string imageFolder)
-    : ui_(ui), qrImage_(qrImage), marks_(std::move(imageFolder)) {}
+    : ui_(ui), qrImage_(qrImage), marks_(std::move(imageFolder)), fitter_(SlipFont::Arial()) {}
 
 bool modESQR::IsSlipName(std::string_view name) {
     return name.substr(0, SlipPrefix.size()) == SlipPrefix;
@@ -181,6 +182,10 @@ void modESQR::Fill(word::Application& word, word::Document& doc, word::Bookmark&
     } else {
         writeValue(doc, placeholder, field, coder, row);
     }
+}
+
+void modESQR::Finish(word::Document& doc, const QRCoder& coder, std::int32_t row) {
+    fitter_.Fit(doc, coder, row);
 }
 
 void modESQR::removeBrackets(word::Application& word, word::Bookmark& placeholder) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/ports/SlipPort.h"
+#include "engine/slip/SlipBoxFitter.h"
 #include "engine/slip/SlipLayout.h"
 #include "engine/slip/SlipMarks.h"
 #include "qrbill/Trans.h"
@@ -30,6 +31,8 @@ public:
     void Build(word::Application& word, word::Document& doc, const SlipChoices& choices) override;
     void Fill(word::Application& word, word::Document& doc, word::Bookmark& placeholder,
               const std::string& field, const QRCoder& coder, std::int32_t row) override;
+    // Shortens the message and address lines of a box they would run out of.
+    void Finish(word::Document& doc, const QRCoder& coder, std::int32_t row) override;
 
     // Whether a placeholder (bookmark field) belongs to the slip: its first four characters are "ESQR".
     static bool IsSlipName(std::string_view name);
@@ -51,6 +54,7 @@ private:
     UserInterface& ui_;
     QRImage& qrImage_;
     SlipMarks marks_;
+    SlipBoxFitter fitter_;
     Trans texts_;
     // Kept for the duration of a build.
     bool fieldBorders_ = false;

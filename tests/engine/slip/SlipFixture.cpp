@@ -59,6 +59,7 @@ void SlipTest::fill(std::int32_t row) {
             slip.Fill(*word, *doc, *placeholder, field, coder, row);
         }
     }
+    slip.Finish(*doc, coder, row);
 }
 
 std::vector<word::ShapePtr> SlipTest::shapesNamed(const std::string& name) {
