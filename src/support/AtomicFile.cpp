@@ -1,9 +1,10 @@
 #include "support/AtomicFile.h"
 
+#include "support/HiddenTemporary.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
-#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,18 +18,10 @@ std::error_code lastError() {
     return {errno, std::generic_category()};
 }
 
-// A short name, so that a target name near the length limit still leaves room for it.
+// A short name, so that a target name near the length limit still leaves room for it; one that
+// says which process wrote it, so that a later run removes it when this one was killed.
 std::string tempNameBeside(const std::filesystem::path& target) {
-    // One per thread: invoices are saved side by side, and a shared engine would be a data race.
-    thread_local std::mt19937 engine{std::random_device{}()};
-    static constexpr char Letters[] = "abcdefghijklmnopqrstuvwxyz0123456789";
-    std::uniform_int_distribution<std::size_t> pick(0, sizeof(Letters) - 2);
-    std::string name = ".wbm";
-    for (int i = 0; i < 8; ++i) {
-        name += Letters[pick(engine)];
-    }
-    name += ".tmp";
-    return (target.parent_path() / name).string();
+    return HiddenTemporary::besideIn(target.parent_path().string());
 }
 
 // A symbolic link keeps pointing at the file it named; the link itself is not replaced.

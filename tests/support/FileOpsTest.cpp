@@ -1,6 +1,8 @@
 #include "support/FileOps.h"
 
 #include "kit/TempDir.h"
+#include "support/AtomicFile.h"
+#include "support/HiddenTemporary.h"
 
 #include <cerrno>
 #include <csignal>
@@ -9,7 +11,10 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <system_error>
+#include <unistd.h>
+#include <vector>
 
 using namespace wordbm;
 namespace fs = std::filesystem;
@@ -136,4 +141,43 @@ TEST(FileOps, OpenCheckTellsMissingFromUnreadable) {
     }
     EXPECT_EQ(FileOpenCheck(dir / "ok.csv"),
               "Kann Datei nicht öffnen!\r\n" + (dir / "ok.csv") + "\r\n" + describe(EACCES));
+}
+
+// A writer killed before it renames leaves its hidden temporary file; the next run writing into
+// that folder removes it, but never a file of a running process, of another host, or the user's.
+TEST(FileOps, KilledWritersLeftoversGoWithTheNextWrite) {
+    TempDir dir;
+    const pid_t writer = ::fork();
+    if (writer == 0) {
+        AtomicFile file(dir / "Rechnung.pdf");
+        if (!file.open() && !file.write("half a file")) {
+            ::kill(::getpid(), SIGKILL);
+        }
+        std::_Exit(1);
+    }
+    int status = 0;
+    ::waitpid(writer, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+    std::vector<std::string> left;
+    for (const auto& entry : fs::directory_iterator(dir.path())) {
+        left.push_back(entry.path().filename().string());
+    }
+    ASSERT_EQ(left.size(), 1u);
+    EXPECT_EQ(HiddenTemporary::processOf(left.front()), writer);
+    char host[256] = {};
+    ::gethostname(host, sizeof host - 1);
+    const std::vector<std::string> kept{".wbm-" + std::string(host) + "-1-7.tmp",
+                                        ".wbm-otherhost-" + std::to_string(writer) + "-1.tmp",
+                                        ".wbm-notes.tmp", "lu12345.tmp"};
+    for (const auto& name : kept) {
+        writeRaw(dir / name, "x");
+    }
+
+    EXPECT_EQ(writeFileAtomic(dir / "Rechnung.docx", "invoice"), "");
+
+    EXPECT_FALSE(fs::exists(dir / left.front()));
+    for (const auto& name : kept) {
+        EXPECT_TRUE(fs::exists(dir / name)) << name;
+    }
+    EXPECT_EQ(TempDir::entriesIn(dir.path()), kept.size() + 1);
 }

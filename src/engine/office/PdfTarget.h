@@ -4,8 +4,10 @@
 
 namespace wordbm::office {
 
-// The temporary file that LibreOffice writes beside the wanted PDF, renamed over it only once
-// complete, so that a reader never sees half a PDF. Dropped without commit, it is removed.
+// Where LibreOffice writes a wanted PDF: a private folder of this run's session folder, so that
+// neither the half-written PDF nor LibreOffice's own temporary files ("lu….tmp") ever show in the
+// target's folder, and a killed run's leftovers go with its session folder. Commit moves the
+// finished file over the target in one step; dropped without commit, the folder is removed.
 class PdfTarget {
 public:
     explicit PdfTarget(std::string target);
@@ -14,14 +16,17 @@ public:
     PdfTarget& operator=(const PdfTarget&) = delete;
 
     const std::string& temporaryPath() const { return temporary_; }
-    // Flushes the temporary file to disk and renames it over the target. Returns the system's
-    // description of a failure, empty on success.
+    // Flushes the file to disk and puts it in place of the target. Returns the system's description
+    // of a failure, empty on success.
     std::string commit();
 
 private:
+    // The target on another file system: a copy beside it, renamed over it when complete.
+    std::string copyOver();
+
     std::string target_;
+    std::string folder_;
     std::string temporary_;
-    bool committed_ = false;
 };
 
 } // namespace wordbm::office

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <spawn.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -93,6 +94,39 @@ struct SpawnSetup {
     SpawnSetup& operator=(const SpawnSetup&) = delete;
 };
 
+// "wordbm-office-<pid of the client>-XXXXXX": a client killed with its workers cannot remove their
+// folders; the next client does, once that process has ended.
+constexpr std::string_view FolderPrefix = "wordbm-office-";
+
+long clientOf(std::string_view folderName) {
+    if (!folderName.starts_with(FolderPrefix)) {
+        return 0;
+    }
+    const auto rest = folderName.substr(FolderPrefix.size());
+    const auto dash = rest.find('-');
+    if (dash == std::string_view::npos || dash == 0 || dash > 9 ||
+        rest.substr(0, dash).find_first_not_of("0123456789") != std::string_view::npos) {
+        return 0;
+    }
+    return std::stol(std::string(rest.substr(0, dash)));
+}
+
+void removeFoldersOfEndedClients(const std::string& temporary) {
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(temporary, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const long client = clientOf(entry->path().filename().string());
+        struct stat status {};
+        if (client <= 0 || client == ::getpid() || ::kill(static_cast<pid_t>(client), 0) == 0 ||
+            errno != ESRCH || ::lstat(entry->path().c_str(), &status) != 0 || !S_ISDIR(status.st_mode) ||
+            status.st_uid != ::geteuid()) {
+            continue;
+        }
+        std::error_code ignored;
+        std::filesystem::remove_all(entry->path(), ignored);
+    }
+}
+
 } // namespace
 
 WorkerProcess::WorkerProcess(const std::string& program, std::chrono::milliseconds startTimeout) {
@@ -126,7 +160,10 @@ WorkerProcess::Result WorkerProcess::exportPdf(const std::string& sourceUrl, con
 }
 
 void WorkerProcess::makeProfileFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "wordbm-office-XXXXXX").string();
+    const auto temporary = std::filesystem::temp_directory_path();
+    removeFoldersOfEndedClients(temporary.string());
+    std::string pattern =
+        (temporary / (std::string(FolderPrefix) + std::to_string(::getpid()) + "-XXXXXX")).string();
     if (::mkdtemp(pattern.data()) == nullptr) {
         throw AutomationError(StartFailed + std::string("kein temporärer Ordner (") + std::strerror(errno) +
                               ")");

@@ -24,7 +24,7 @@ std::vector<int> DocxFields::nestedInHolder() const {
         return found;
     }
     const int separate = map.fields[holder].separate;
-    for (int f = 0; f < static_cast<int>(map.fields.size()); ++f) {
+    for (const int f : map.fieldsInside(holder)) {
         int outer = map.fields[f].parent;
         int child = f;
         while (outer >= 0 && outer != holder) {
@@ -45,12 +45,20 @@ std::vector<int> DocxFields::nestedInHolder() const {
     return found;
 }
 
-std::vector<pugi::xml_node> DocxFields::begins() const {
+const std::vector<pugi::xml_node>& DocxFields::begins() const {
     document_->check();
-    std::vector<pugi::xml_node> found;
     if (!story_ || !story_->alive()) {
-        return found;
+        found_.clear();
+        foundGeneration_ = ~std::uint64_t{0};
+    } else if (story_->generation() != foundGeneration_) {
+        found_ = lookUp();
+        foundGeneration_ = story_->generation();
     }
+    return found_;
+}
+
+std::vector<pugi::xml_node> DocxFields::lookUp() const {
+    std::vector<pugi::xml_node> found;
     const auto& map = story_->map();
     const auto fields = holder_       ? nestedInHolder()
                         : wholeStory_ ? map.fieldsWithin(0, map.length())
@@ -66,7 +74,7 @@ int DocxFields::Count() const {
 }
 
 word::FieldPtr DocxFields::Item(int index) {
-    const auto found = begins();
+    const auto& found = begins();
     if (index < 1 || index > static_cast<int>(found.size())) {
         throw AutomationError("Das angeforderte Element der Feld-Auflistung ist nicht vorhanden.");
     }

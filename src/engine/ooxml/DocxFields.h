@@ -3,6 +3,7 @@
 #include "engine/ooxml/Span.h"
 #include "engine/word/Fields.h"
 
+#include <cstdint>
 #include <memory>
 #include <pugixml.hpp>
 #include <vector>
@@ -13,7 +14,8 @@ class DocxDocument;
 class Story;
 
 // The fields of a stretch of one story (for Document.Fields: the whole main story), in the order of
-// their begins, nested fields after the field holding them. Looked up on every call.
+// their begins, nested fields after the field holding them. Looked up again whenever the story
+// changed since the last call, so walking a long collection by index stays linear.
 class DocxFields final : public word::Fields {
 public:
     // `wholeStory`: the stretch grows and shrinks with the story.
@@ -27,7 +29,8 @@ public:
     word::FieldPtr Item(int index) override;
 
 private:
-    std::vector<pugi::xml_node> begins() const;
+    const std::vector<pugi::xml_node>& begins() const;
+    std::vector<pugi::xml_node> lookUp() const;
     std::vector<int> nestedInHolder() const;
 
     std::shared_ptr<DocxDocument> document_;
@@ -37,6 +40,8 @@ private:
     bool wholeStory_;
     pugi::xml_node holder_;
     FieldPart part_ = FieldPart::None;
+    mutable std::vector<pugi::xml_node> found_;
+    mutable std::uint64_t foundGeneration_ = ~std::uint64_t{0};
 };
 
 } // namespace wordbm::ooxml

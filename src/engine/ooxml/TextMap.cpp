@@ -160,20 +160,35 @@ long TextMap::resultStart(int field) const {
 }
 
 int TextMap::fieldOf(pugi::xml_node node) const {
-    for (int f = 0; f < static_cast<int>(fields.size()); ++f) {
-        if (items[fields[f].begin].node == node) {
-            return f;
+    if (fieldByBegin_.empty() && !fields.empty()) {
+        fieldByBegin_.reserve(fields.size());
+        for (int f = 0; f < static_cast<int>(fields.size()); ++f) {
+            fieldByBegin_.emplace(items[fields[f].begin].node.internal_object(), f);
         }
     }
-    return -1;
+    const auto found = fieldByBegin_.find(node.internal_object());
+    return found == fieldByBegin_.end() || !node ? -1 : found->second;
 }
 
+// Fields are listed by their begins, so those starting within the span form one stretch of the list.
 std::vector<int> TextMap::fieldsWithin(long start, long end) const {
     std::vector<int> found;
-    for (int f = 0; f < static_cast<int>(fields.size()); ++f) {
-        if (fieldStart(f) >= start && fieldEnd(f) <= end) {
+    const auto first = std::partition_point(fields.begin(), fields.end(), [&](const FieldSpan& span) {
+        return items[static_cast<std::size_t>(span.begin)].offset < start;
+    });
+    for (int f = static_cast<int>(first - fields.begin());
+         f < static_cast<int>(fields.size()) && fieldStart(f) <= end; ++f) {
+        if (fieldEnd(f) <= end) {
             found.push_back(f);
         }
+    }
+    return found;
+}
+
+std::vector<int> TextMap::fieldsInside(int field) const {
+    std::vector<int> found;
+    for (int f = field + 1; f < static_cast<int>(fields.size()) && fields[f].begin < fields[field].end; ++f) {
+        found.push_back(f);
     }
     return found;
 }

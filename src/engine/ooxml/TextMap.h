@@ -3,6 +3,7 @@
 #include "engine/ooxml/StoryItem.h"
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace wordbm::ooxml {
@@ -37,6 +38,8 @@ public:
 
     // The field whose begin (fldChar or fldSimple) is `node`; -1 when it is gone.
     int fieldOf(pugi::xml_node node) const;
+    // The fields whose begin and end lie within the given field, in document order.
+    std::vector<int> fieldsInside(int field) const;
     // Fields whose begin and end lie within [start, end], in document order.
     std::vector<int> fieldsWithin(long start, long end) const;
 
@@ -47,6 +50,8 @@ private:
     // Items with offset `offset` and no width, between the characters before and after it.
     std::pair<int, int> zeroWidthRun(int from) const;
     long length_ = 0;
+    // Field index by begin node, made on the first look-up: a form's fields are looked up one by one.
+    mutable std::unordered_map<pugi::xml_node_struct*, int> fieldByBegin_;
 };
 
 } // namespace wordbm::ooxml

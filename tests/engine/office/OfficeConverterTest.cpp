@@ -17,7 +17,10 @@
 #include <iterator>
 #include <mutex>
 #include <sstream>
+#include <sys/inotify.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -129,10 +132,38 @@ TEST_F(PdfExport, PdfACarriesPartOneInItsXmpEmbedsEveryFontAndKeepsTheText) {
     EXPECT_TRUE(hasGermanText(folder / "German text.docx.pdf"));
 }
 
-TEST_F(PdfExport, ReplacesAnOlderPdfAndLeavesNothingElseBehind) {
+// Every name that shows up in a folder (made there or moved in) while a watch lasts.
+class FolderWatch {
+public:
+    explicit FolderWatch(const std::string& folder) : fd_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+        ::inotify_add_watch(fd_, folder.c_str(), IN_CREATE | IN_MOVED_TO);
+    }
+    ~FolderWatch() { ::close(fd_); }
+    Names seen() {
+        Names names;
+        alignas(inotify_event) char buffer[16384];
+        for (ssize_t got; (got = ::read(fd_, buffer, sizeof buffer)) > 0;) {
+            for (char* at = buffer; at < buffer + got;) {
+                const auto* event = reinterpret_cast<const inotify_event*>(at);
+                names.emplace_back(event->len > 0 ? event->name : "");
+                at += sizeof(inotify_event) + event->len;
+            }
+        }
+        return names;
+    }
+
+private:
+    int fd_;
+};
+
+// A killed run cannot leave what never was in the folder: LibreOffice writes elsewhere, and only
+// the finished PDF moves in.
+TEST_F(PdfExport, ReplacesAnOlderPdfAndNothingElseEverShowsInTheFolder) {
     const auto document = copyCorpus(Letterhead, "form.docx");
     write("form.pdf", "an older export");
+    FolderWatch watch(folder.path().string());
     converter.toPdf(document, folder / "form.pdf", false);
+    EXPECT_EQ(watch.seen(), Names{"form.pdf"});
     EXPECT_THAT(pdfText(folder / "form.pdf"), HasSubstr("Company Name"));
     EXPECT_EQ(entries(), (Names{"form.docx", "form.pdf"}));
 }
@@ -173,6 +204,34 @@ TEST_F(PdfExportErrors, ADamagedPackageKeepsTheOldPdfAndTheWorker) {
     EXPECT_EQ(read("damaged.pdf"), "the export of yesterday");
     EXPECT_EQ(entries(), (Names{"damaged.docx", "damaged.pdf", "good.docx", "good.pdf"}));
     EXPECT_EQ(converter.idleWorkerPids(), workers);
+}
+
+// A client killed with its workers leaves their folders (profile, TMPDIR); the next client
+// removes those of clients that have ended, and no other folder.
+TEST_F(WorkerPool, FoldersOfKilledClientsGoWhenTheNextWorkerStarts) {
+    EnvGuard environment{"TMPDIR"};
+    EnvGuard::set("TMPDIR", folder / "tmp");
+    const pid_t ended = ::fork();
+    if (ended == 0) {
+        ::_exit(0);
+    }
+    ::waitpid(ended, nullptr, 0);
+    const auto stale = folder / ("tmp/wordbm-office-" + std::to_string(ended) + "-a1b2c3");
+    const Names kept{"wordbm-office-1-a1b2c3", "wordbm-office-notes", "wordbm-a1b2c3"};
+    std::filesystem::create_directories(stale + "/profile/user");
+    for (const auto& name : kept) {
+        std::filesystem::create_directories(folder / ("tmp/" + name));
+    }
+    {
+        OfficeConverter own;
+        own.setPoolSize(1);
+        own.warmUp();
+        EXPECT_FALSE(std::filesystem::exists(stale));
+        for (const auto& name : kept) {
+            EXPECT_TRUE(std::filesystem::exists(folder / ("tmp/" + name))) << name;
+        }
+    }
+    EXPECT_EQ(TempDir::entriesIn(folder / "tmp"), kept.size()) << "the worker's own folder goes with it";
 }
 
 TEST_F(PdfExportErrors, AMissingWorkerProgramIsReported) {
