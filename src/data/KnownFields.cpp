@@ -93,6 +93,15 @@ std::string KnownFields::BookmarkNameMake(std::string_view field, bool numberFir
     return numberFirst ? prefix + digits + "_" + name : prefix + name + "_" + digits;
 }
 
+std::string KnownFields::UnusedBookmarkName(std::string_view field,
+                                            const std::function<bool(const std::string&)>& taken) {
+    std::string name = BookmarkNameMake(field);
+    while (taken(name)) {
+        name = BookmarkNameMake(field);
+    }
+    return name;
+}
+
 std::string KnownFields::BookmarkFieldGet(std::string_view bookmark, bool numberFirst) const {
     for (std::string_view prefix : {currentPrefix, previousPrefix}) {
         std::string field = fieldFor(candidateOf(bookmark, prefix, numberFirst));

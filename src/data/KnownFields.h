@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -31,6 +32,10 @@ public:
     // "kdx6_" + field + "_" + six random digits, or with numberFirst the older
     // "kdx6_" + digits + "_" + field.
     static std::string BookmarkNameMake(std::string_view field, bool numberFirst = false);
+    // A name-first bookmark name that `taken` does not know yet. Six random digits repeat within a
+    // few thousand draws, and adding a name that exists would move that bookmark away.
+    static std::string UnusedBookmarkName(std::string_view field,
+                                          const std::function<bool(const std::string&)>& taken);
 
     // The known field an engine bookmark (prefix "kdx6_" or "kdx5_") stands for, an "ESQR..."
     // slip name as it stands, or "" for any other bookmark.

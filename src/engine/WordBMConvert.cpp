@@ -63,9 +63,12 @@ std::string WordBM::BookmarkCreate(const std::string& field) {
         return {};
     }
     const std::string display = "[" + field + "]";
-    const std::string name = KnownFields::BookmarkNameMake(field);
+    std::string name;
     word::SelectionPtr selection;
     try {
+        const word::BookmarksPtr bookmarks = word_->ActiveDocument()->Bookmarks();
+        name = KnownFields::UnusedBookmarkName(
+            field, [&](const std::string& made) { return bookmarks->Exists(made); });
         selection = word_->Selection();
         selection->TypeText(display);
     } catch (const std::exception&) {

@@ -95,4 +95,12 @@ TEST(KnownFields, MadeNamesReadBackToTheirField) {
     EXPECT_EQ(KnownFields::suffixDigits(0.0000014), "000001");
     EXPECT_EQ(KnownFields::suffixDigits(0.9999994), "999999");
     EXPECT_EQ(KnownFields::suffixDigits(0.9999999), "000000"); // rounds up to 1000000
+
+    // A name the document already has is drawn again, so no existing bookmark is moved away.
+    std::set<std::string> taken;
+    const std::string fresh = KnownFields::UnusedBookmarkName(
+        "KliName", [&](const std::string& made) { return taken.size() < 3 && taken.insert(made).second; });
+    EXPECT_EQ(taken.size(), 3u);
+    EXPECT_FALSE(taken.contains(fresh));
+    EXPECT_EQ(fields.BookmarkFieldGet(fresh), "KliName");
 }

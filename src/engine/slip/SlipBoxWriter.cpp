@@ -80,13 +80,9 @@ void SlipBoxWriter::format(float size, bool bold) {
 }
 
 std::string SlipBoxWriter::bookmarkName(const std::string& field) const {
-    // Six random digits can repeat, and adding an existing name would move that bookmark away.
     const word::BookmarksPtr bookmarks = doc_.Bookmarks();
-    std::string name = KnownFields::BookmarkNameMake(field);
-    while (bookmarks->Exists(name)) {
-        name = KnownFields::BookmarkNameMake(field);
-    }
-    return name;
+    return KnownFields::UnusedBookmarkName(field,
+                                           [&](const std::string& name) { return bookmarks->Exists(name); });
 }
 
 } // namespace wordbm
