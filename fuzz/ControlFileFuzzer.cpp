@@ -1,7 +1,9 @@
 // The control file reader on any bytes: read as the merge reads it and without a header, every
-// accessor on every field of the first lines gives a value or the documented overflow.
+// accessor on every field of the first lines gives a value or the documented overflow; the hints
+// about how the file was saved are found without harm.
 #include "ScratchFile.h"
 #include "data/CSVfile.h"
+#include "data/ControlFileHints.h"
 #include "support/Errors.h"
 
 #include <algorithm>
@@ -54,6 +56,7 @@ void readEverything(CSVfile& file) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const ScratchFile scratch("Rechnungslauf.csv");
     scratch.write(data, size);
+    ControlFileHints::of(std::string_view(reinterpret_cast<const char*>(data), size));
     CSVfile file;
     file.ReadFile(scratch.path());
     readEverything(file);
