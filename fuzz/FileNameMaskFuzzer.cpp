@@ -10,8 +10,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <unistd.h>
 
 using namespace wordbm;
 
@@ -29,20 +27,10 @@ std::size_t separators(const std::string& text) {
         std::count_if(text.begin(), text.end(), [](char c) { return c == '/' || c == '\\'; }));
 }
 
-// The form and the control file lie in the working folder, so &W& and &C& are empty, and without
+// The form and the control file are named without folders, so &W& and &C& are empty, and without
 // variables (whose values may hold folders) every separator of a name is one the mask holds itself.
 bool staysInFolder(const std::string& mask, const std::string& name, bool variables) {
     return variables || separators(name) == separators(mask);
-}
-
-// The control file by a name in the working folder, which is the scratch file's folder.
-std::string controlFileHere(const ScratchFile& scratch) {
-    const std::filesystem::path path(scratch.path());
-    if (::chdir(path.parent_path().c_str()) != 0) {
-        std::perror(path.parent_path().c_str());
-        std::abort();
-    }
-    return path.filename().string();
 }
 
 } // namespace
@@ -50,15 +38,14 @@ std::string controlFileHere(const ScratchFile& scratch) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const ScratchFile scratch("Rechnungslauf.csv");
     const std::vector<std::string> pieces = inputPieces(data, size);
-    static const std::string controlFile = controlFileHere(scratch);
     scratch.write(pieces.size() > 1 ? pieces[1] : std::string());
 
     KeptMask store;
     FileNameTemplate mask(store, nullptr);
     mask.WordPath("Rechnung.docx");
     mask.Template(pieces[0]);
-    mask.DocName(1); // the test values, before a control file is given
-    mask.CSVPath(controlFile);
+    mask.DocName(1);                   // the test values, before a control file is given
+    mask.CSVPath("Rechnungslauf.csv"); // the data comes from `control` below
     CSVfile control;
     control.ReadFile(scratch.path());
 
