@@ -13,8 +13,8 @@ using namespace wordbm;
 namespace {
 
 // Enough lines and columns to reach every branch; a long file only repeats them.
-constexpr std::int32_t MaxLines = 40;
-constexpr std::int32_t MaxFields = 40;
+constexpr std::int32_t MaxLines = 6;
+constexpr std::int32_t MaxFields = 12;
 
 template <typename Read> void readValue(Read read) {
     try {
