@@ -2,7 +2,7 @@
 SHELL := /bin/bash
 BUILD_DIR := build
 
-.PHONY: all deps configure build test demo package package-test bench asan format clean
+.PHONY: all deps configure build test demo package package-test bench asan fuzz format clean
 
 all: build
 
@@ -39,8 +39,16 @@ asan: deps
 	cmake --build --preset asan
 	ctest --preset asan
 
+# Every fuzz target (fuzz/) built with clang and libFuzzer, run FUZZ_SECONDS each on its seeds.
+FUZZ_SECONDS ?= 600
+CORPUS_DIR ?= ../shared/corpus
+fuzz: deps
+	cmake --preset fuzz
+	cmake --build --preset fuzz --target wordbm_fuzz_targets
+	nice -n 19 fuzz/run build-fuzz $(CORPUS_DIR) $(FUZZ_SECONDS) $(FUZZ_TARGETS)
+
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD_DIR) build-asan
+	rm -rf $(BUILD_DIR) build-asan build-fuzz

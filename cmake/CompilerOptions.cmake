@@ -16,6 +16,14 @@ if(WORDBM_SANITIZE)
     target_link_options(wordbm_sanitizers INTERFACE -fsanitize=address,undefined)
 endif()
 
+# The fuzz build instruments every library for libFuzzer's coverage and checks it as the asan build
+# does; only the fuzz targets' own programs link libFuzzer's driver (fuzz/CMakeLists.txt).
+if(WORDBM_FUZZ)
+    target_compile_options(wordbm_sanitizers INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+    target_link_options(wordbm_sanitizers INTERFACE -fsanitize=address,undefined)
+endif()
+
 add_library(wordbm_options INTERFACE)
 target_link_libraries(wordbm_options INTERFACE wordbm_common wordbm_sanitizers)
 

@@ -1,6 +1,7 @@
 #include "app/BatchCheck.h"
 
 #include "data/CSVfile.h"
+#include "data/ControlFileHints.h"
 #include "qrbill/QRBillValidator.h"
 #include "qrbill/QRCoder.h"
 #include "qrbill/QRImage.h"
@@ -36,8 +37,11 @@ bool BatchCheck::load(const std::string& csvPath, CSVfile& data) {
         return false;
     }
     data.ReadFile(csvPath);
+    for (const auto& hint : ControlFileHints::ofFile(csvPath)) {
+        err_ << hint << '\n';
+    }
     if (data.LineCount() < 1) {
-        err_ << csvPath << "\nDie Steuerdatei enthält keine Rechnungen.\n";
+        err_ << csvPath << "\n" << ControlFileHints::NoInvoices << '\n';
         return false;
     }
     return true;
@@ -70,7 +74,7 @@ int BatchCheck::check(const std::string& csvPath) {
     }
     // A binary file or a header alone checks nothing: that is no passed check.
     if (invoices == 0) {
-        err_ << csvPath << "\nDie Steuerdatei enthält keine Rechnungen.\n";
+        err_ << csvPath << "\n" << ControlFileHints::NoInvoices << '\n';
         return ExitUnusable;
     }
     out_ << invoices << (invoices == 1 ? " Rechnung" : " Rechnungen") << " geprüft, " << withWarnings

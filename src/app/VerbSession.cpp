@@ -31,9 +31,12 @@ bool VerbSession::openControlFile(const std::string& csv) {
     if (engine_.CSVWork().empty()) {
         return false;
     }
-    if (engine_.CSV().LineCount() < 1) {
-        err_ << csv << "\nDie Steuerdatei enthält keine Rechnungen.\n";
+    // The engine's box has said that the file holds no invoice, and why it may be so.
+    if (engine_.CSVInvoices() == 0) {
         return false;
+    }
+    for (const auto& hint : engine_.CSVHints()) {
+        err_ << hint << '\n';
     }
     return true;
 }

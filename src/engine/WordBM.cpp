@@ -1,5 +1,6 @@
 #include "engine/WordBM.h"
 
+#include "data/ControlFileHints.h"
 #include "engine/WorkingCopy.h"
 #include "engine/ports/UserInterfaceTemplateEditor.h"
 #include "engine/word/Application.h"
@@ -10,6 +11,7 @@
 #include "engine/word/Selection.h"
 #include "support/FileOps.h"
 #include "support/Folders.h"
+#include "support/Strings.h"
 
 #include <exception>
 #include <utility>
@@ -140,6 +142,7 @@ void WordBM::mfWBM_OpenCSVDoc(const std::string& path) {
         const std::string failure = FileOpenCheck(csvWork_);
         if (failure.empty()) {
             csv_.ReadFile(csvWork_, Variant(std::string(";")), Variant(std::string("\"")), Variant(true));
+            csvDataReport(path);
             loaded = true;
         } else {
             MyMsgBox(std::string("Fehler beim Öffnen von") + CrLf + path + CrLf + failure, msgbox::Stop,
@@ -345,8 +348,31 @@ void WordBM::wordDocHide() {
     }
 }
 
+// The file is read as it stands (cp1252, CR LF): a file a spreadsheet saved as UTF-8 with LF reads as
+// one line without invoices, and only the hints say why.
+void WordBM::csvDataReport(const std::string& path) {
+    csvInvoices_ = 0;
+    for (std::int32_t row = 1; row <= csv_.LineCount(); ++row) {
+        csvInvoices_ += InvoiceRow(row) ? 1 : 0;
+    }
+    csvHints_ = ControlFileHints::ofFile(csvWork_);
+    std::vector<std::string> lines = csvHints_;
+    if (csvInvoices_ == 0) {
+        lines.insert(lines.begin(), ControlFileHints::NoInvoices);
+    }
+    if (lines.empty()) {
+        return;
+    }
+    ui_.traceDisplay(join(lines, CrLf));
+    if (csvInvoices_ == 0) {
+        MyMsgBox(fileNameOf(path) + CrLf + join(lines, CrLf), msgbox::Stop, CSVTitle);
+    }
+}
+
 void WordBM::csvDataClear() {
     csv_ = CSVfile();
+    csvInvoices_ = 0;
+    csvHints_.clear();
     csvDoc_.clear();
     csvWork_.clear();
     ui_.csvDocDisplayClear();

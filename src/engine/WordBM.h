@@ -155,6 +155,10 @@ public:
     void MergeJobs(int jobs) { mergeJobs_ = jobs < 1 ? 1 : jobs; }
     // What the result list of the last merge or test run showed.
     const ResultList& MergeResult() const { return mergeResult_; }
+    // The rows of the open control file that have an invoice date.
+    std::int32_t CSVInvoices() const { return csvInvoices_; }
+    // Why the open control file may read otherwise than its author meant (German lines).
+    const std::vector<std::string>& CSVHints() const { return csvHints_; }
     void mfWBM_ESQRgo();
 
 private:
@@ -172,6 +176,9 @@ private:
     void wordDocShow(const std::string& original, const std::string& working);
     void wordDocHide();
     void csvDataClear();
+    // Counts the control file's invoices and tells the person when it holds none or was saved in
+    // another form than the billing program writes.
+    void csvDataReport(const std::string& path);
     bool copyBack(const std::string& kind, const std::string& original, const std::string& working);
     // How many fields the field's code and result hold, at any depth.
     static int nestedFieldCount(const word::FieldPtr& field);
@@ -205,6 +212,8 @@ private:
     std::string csvWork_;
     // The data line of the last invoice preview; 0 before one was written.
     std::int32_t previewRow_ = 0;
+    std::int32_t csvInvoices_ = 0;
+    std::vector<std::string> csvHints_;
     bool wordShown_ = false;
     bool askedToClose_ = false;
     bool running_ = false;

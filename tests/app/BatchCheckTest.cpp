@@ -39,6 +39,23 @@ protected:
     BatchCheck batch_{out_, err_};
 };
 
+// A clerk fixed a row in a spreadsheet, which saved the file with LF alone: it reads as one line.
+TEST_F(BatchCheckTest, AFileWithLfLineEndsHoldsNoInvoiceAndTheCheckSaysWhy) {
+    const std::string saved = folder_ / "lf.csv";
+    std::string bytes = readBytes(csv_);
+    for (auto at = bytes.find("\r\n"); at != std::string::npos; at = bytes.find("\r\n", at)) {
+        bytes.erase(at, 1);
+    }
+    writeBytes(saved, bytes);
+
+    EXPECT_EQ(batch_.check(saved), 2);
+
+    const std::string text = err_.str();
+    EXPECT_NE(text.find("Hinweis: Die Zeilen der Steuerdatei enden nur mit LF"), std::string::npos) << text;
+    EXPECT_NE(text.find(saved + "\nDie Steuerdatei enthält keine Rechnungen.\n"), std::string::npos) << text;
+    EXPECT_EQ(out_.str(), "");
+}
+
 TEST_F(BatchCheckTest, CheckListsWarningsOfInvoiceRowsOnly) {
     EXPECT_EQ(batch_.check(csv_), 1);
     const auto text = out_.str();

@@ -4,6 +4,8 @@
 #include "kit/EnvGuard.h"
 #include "kit/FileBytes.h"
 #include "kit/TempDir.h"
+#include "support/Cp1252.h"
+#include "support/Strings.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -96,6 +98,37 @@ TEST_F(Verbs, MergeTestListsTheNamesInTheOutFolder) {
     EXPECT_EQ(list.rfind("Dateinamen testen\n  " + folder_ / "out" + "/024100-Rechnung\n", 0), 0u) << list;
     EXPECT_NE(list.find("24   Total\n24   Ok\n0   Fehler\n"), std::string::npos) << list;
     EXPECT_TRUE(fs::is_empty(folder_ / "out"));
+}
+
+// The sample run after a clerk fixed a row in a spreadsheet, which saved it as UTF-8 with LF.
+TEST_F(Verbs, AControlFileSavedWithLfHoldsNoInvoiceAndTheMergeSaysWhy) {
+    writeBytes(csv(), replaceAll(cp1252ToUtf8(readBytes(csv())), "\r\n", "\n"));
+    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&R&-Rechnung.&E&", folder_ / "out", {}, true, 1};
+
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitUnusable);
+
+    const std::string text = err_.str();
+    EXPECT_NE(text.find("Lauf.csv\nDie Steuerdatei enthält keine Rechnungen.\nHinweis: Die Zeilen der "
+                        "Steuerdatei enden nur mit LF"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("Zeichen in UTF-8 (z. B. «ü», gelesen als «Ã¼»)"), std::string::npos) << text;
+    EXPECT_EQ(out_.str().find("Dateinamen testen"), std::string::npos);
+}
+
+// With Windows line ends kept, the rows are there; their text is read as cp1252 all the same.
+TEST_F(Verbs, AUtf8ControlFileIsReadAsAnsiWithAHint) {
+    writeBytes(csv(), "\xEF\xBB\xBF" + cp1252ToUtf8(readBytes(csv())));
+    EngineVerbs::MergeRequest request{form(), csv(), "&W&\\&G&-&R&.&E&", folder_ / "out", {}, true, 1};
+
+    EXPECT_EQ(verbs_.merge(request), EngineVerbs::ExitFine);
+
+    EXPECT_NE(out_.str().find("/BÃ¤ckerei MÃ¼ller GmbH-024100\n"), std::string::npos) << out_.str();
+    const std::string text = err_.str();
+    EXPECT_NE(text.find("Hinweis: Die Steuerdatei beginnt mit einer UTF-8-Kennung (BOM)."), std::string::npos)
+        << text;
+    EXPECT_NE(text.find("Zeichen in UTF-8"), std::string::npos) << text;
+    EXPECT_EQ(text.find("keine Rechnungen"), std::string::npos) << text;
 }
 
 TEST_F(Verbs, MergeMakesEveryInvoiceSideBySideAndFailsOnAMissingControlFile) {

@@ -243,6 +243,33 @@ TEST_F(ControlFile, IsReadFromItsWorkingCopy) {
     EXPECT_EQ(ui.csvDoc->working, engine->CSVWork());
 }
 
+TEST_F(ControlFile, OneWithoutInvoicesIsKeptButTheWindowSaysWhy) {
+    // Saved with LF alone, the header and both rows are one line.
+    const std::string path = original("Lauf.csv", "RgDatum;KliName\n1.2.2024;M\xC3\xBCller\n");
+
+    engine->mfWBM_OpenCSVDoc(path);
+
+    EXPECT_EQ(engine->CSVDoc(), path);
+    EXPECT_EQ(engine->CSVInvoices(), 0);
+    ASSERT_EQ(ui.boxes.size(), 1u);
+    EXPECT_EQ(ui.boxes[0].buttons, 16);
+    EXPECT_EQ(ui.boxes[0].text.rfind("Lauf.csv\r\nDie Steuerdatei enthält keine Rechnungen.\r\nHinweis: Die "
+                                     "Zeilen der Steuerdatei enden nur mit LF",
+                                     0),
+              0u)
+        << ui.boxes[0].text;
+    EXPECT_EQ(ui.trace, ui.boxes[0].text.substr(std::string("Lauf.csv\r\n").size()));
+    EXPECT_NE(ui.trace.find("(z. B. «ü», gelesen als «Ã¼»)"), std::string::npos) << ui.trace;
+
+    // Rows without an invoice date are no invoices either; a proper file has nothing to say.
+    engine->mfWBM_OpenCSVDoc(original("Leer.csv", "RgDatum;KliName\r\n;Muster\r\n"));
+    EXPECT_EQ(ui.boxes.size(), 2u);
+    engine->mfWBM_OpenCSVDoc(original("Gut.csv", "RgDatum;KliName\r\n1.2.2024;Muster\r\n"));
+    EXPECT_EQ(ui.boxes.size(), 2u);
+    EXPECT_EQ(engine->CSVInvoices(), 1);
+    EXPECT_TRUE(engine->CSVHints().empty());
+}
+
 TEST_F(ControlFile, AMissingFileCannotBeOpened) {
     engine->mfWBM_OpenCSVDoc(baseFolder() + "/forms/Fehlt.csv");
     EXPECT_EQ(ui.boxes.back(),
