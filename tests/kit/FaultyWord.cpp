@@ -1,0 +1,19 @@
+#include "FaultyWord.h"
+
+#include "FaultyApplication.h"
+#include "engine/ooxml/DocxApplication.h"
+#include "engine/word/AutomationError.h"
+
+namespace wordbm::testing {
+
+std::function<word::ApplicationPtr()> FaultyWord::factory() {
+    return [this]() -> word::ApplicationPtr {
+        if (refuseStart) {
+            throw AutomationError("Word.Application kann nicht erstellt werden.");
+        }
+        apps.push_back(std::make_shared<FaultyApplication>(ooxml::DocxApplication::create(), refused));
+        return apps.back();
+    };
+}
+
+} // namespace wordbm::testing
