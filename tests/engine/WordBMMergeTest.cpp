@@ -120,6 +120,19 @@ TEST_F(Merge, EveryFailureIsShownAndTheRunGoesOnFromAFreshForm) {
     expectOriginalsUntouched();
 }
 
+// Opened again while still open, the filled form would come back as it is.
+TEST_F(Merge, AnInvoiceThatWasNotSavedIsClosedBeforeTheFormIsOpenedAgain) {
+    start(ControlFile({1, 2}));
+    ui.mergeAnswers = {MergeChoices{}};
+    word.refused = {"SaveAs2"};
+
+    engine->mfWBM_Merge();
+
+    EXPECT_EQ(result().errors, 2);
+    EXPECT_EQ(app().opened, 3);
+    EXPECT_EQ(app().closes, 2);
+}
+
 TEST_F(Merge, FillingTypesValuesAsTheyStandAndABlankForAnEmptyOne) {
     start(ControlFile({2}).set(1, "KliName", "Dubois & Co. <Genève>").set(1, "RgNummer", "0042"));
 

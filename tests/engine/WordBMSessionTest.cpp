@@ -119,6 +119,19 @@ TEST_F(Session, ADocumentClosedByHandFailsTheCheckQuietly) {
     EXPECT_FALSE(ui.wordDoc);
 }
 
+TEST_F(Session, AFormClosedByHandWhileAnotherDocumentStaysOpenIsReportedOnce) {
+    ASSERT_TRUE(open(form("Rechnung.docx", letter())));
+    app().closeByHand();
+    app().Documents()->Open(form("Brief.docx", letter()));
+
+    EXPECT_FALSE(engine->CheckDoc(true));
+    engine->mfWBM_Analyze();
+
+    EXPECT_EQ(ui.boxes,
+              (std::vector<Box>{{"Das Dokument ist nicht mehr geöffnet.", 64, "Word-Rechnungsformular"}}));
+    EXPECT_FALSE(ui.wordDoc);
+}
+
 TEST_F(Session, AWordProcessorGoneUnderTheEngineIsReportedWhereMessagesAreWanted) {
     ASSERT_TRUE(open(form("Rechnung.docx", letter())));
     app().crash();

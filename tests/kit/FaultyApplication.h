@@ -12,7 +12,7 @@ namespace wordbm::testing {
 
 // A real word-processor instance that a test can make fail. After crash() every call throws as
 // calls to a process that died do; closeByHand() closes the open documents as a person at the
-// machine would. Quits and saves are counted, since their arguments leave no trace in the files.
+// machine would. Quits, saves and closes are counted: what they were asked leaves no trace in the files.
 class FaultyApplication final : public word::Application,
                                 public std::enable_shared_from_this<FaultyApplication> {
 public:
@@ -39,6 +39,7 @@ public:
     std::vector<std::optional<int>> quits;
     int opened = 0;
     int saves = 0;
+    int closes = 0;
 
 private:
     word::ApplicationPtr real_;

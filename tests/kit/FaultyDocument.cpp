@@ -78,6 +78,7 @@ void FaultyDocument::SaveCopyAs(const std::string& fileName) {
 
 void FaultyDocument::Close(std::optional<int> saveChanges) {
     real().Close(saveChanges);
+    ++application_->closes;
 }
 
 void FaultyDocument::ExportAsFixedFormat(const std::string& outputFileName, int exportFormat,
