@@ -11,8 +11,10 @@ std::function<word::ApplicationPtr()> FaultyWord::factory() {
         if (refuseStart) {
             throw AutomationError("Word.Application kann nicht erstellt werden.");
         }
-        apps.push_back(std::make_shared<FaultyApplication>(ooxml::DocxApplication::create(), refused));
-        return apps.back();
+        auto app = std::make_shared<FaultyApplication>(ooxml::DocxApplication::create(), refused);
+        const std::lock_guard lock(mutex_);
+        apps.push_back(app);
+        return app;
     };
 }
 

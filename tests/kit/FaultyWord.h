@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,12 +22,17 @@ public:
     static constexpr const char* Refusal = "Der Vorgang wurde vom Dokument abgelehnt.";
 
     std::function<word::ApplicationPtr()> factory();
+    // The instance made last.
     FaultyApplication& app() const { return *apps.back(); }
 
     bool refuseStart = false;
     // Document members that throw Refusal: "SaveAs2", "ExportAsFixedFormat", "PrintOut".
     std::set<std::string> refused;
     std::vector<std::shared_ptr<FaultyApplication>> apps;
+
+private:
+    // A merge run's workers start their instances side by side.
+    std::mutex mutex_;
 };
 
 } // namespace wordbm::testing
