@@ -1,8 +1,12 @@
 #include "EngineFixture.h"
 
+#include "engine/word/Bookmarks.h"
+#include "engine/word/Document.h"
+#include "engine/word/Range.h"
 #include "kit/FileBytes.h"
 
 #include <filesystem>
+#include <stdexcept>
 
 namespace wordbm::testing {
 
@@ -27,9 +31,22 @@ std::string EngineTest::copyIn(const std::string& source, const std::string& nam
     return original(name, readBytes(source));
 }
 
-std::string EngineTest::form(const std::string& name, const fake::FakeForm& form) {
-    word.forms[name] = form;
-    return original(name);
+std::string EngineTest::form(const std::string& name, const TestForm& form) {
+    const std::string path = base_ / ("forms/" + name);
+    form.save(path);
+    originals_[path] = readBytes(path);
+    return path;
+}
+
+word::Document& EngineTest::doc() {
+    if (!engine->Doc()) {
+        throw std::logic_error("no document is open");
+    }
+    return *engine->Doc();
+}
+
+std::string EngineTest::bookmarkText(const std::string& name) {
+    return doc().Bookmarks()->Item(name)->Range()->Text();
 }
 
 void EngineTest::expectOriginalsUntouched() const {

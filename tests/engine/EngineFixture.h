@@ -1,8 +1,12 @@
 #pragma once
 
-#include "FakeWord.h"
+#include "TestForm.h"
 #include "engine/WordBM.h"
+#include "engine/word/Document.h"
+#include "engine/word/Range.h"
 #include "kit/EnvGuard.h"
+#include "kit/FaultyApplication.h"
+#include "kit/FaultyWord.h"
 #include "kit/FileBytes.h"
 #include "kit/MemoryOptions.h"
 #include "kit/ScriptedUserInterface.h"
@@ -17,8 +21,9 @@
 
 namespace wordbm::testing {
 
-// An engine on the fake word processor, with a scripted person, in a fresh base folder
-// (TARVELL_DEBUG) that holds the originals in "forms" and the working copies under "_temp_".
+// An engine on the embedded word processor, with failures injected where a test asks for them, with a
+// scripted person, in a fresh base folder (TARVELL_DEBUG) that holds the originals in "forms" and the working
+// copies under "_temp_".
 class EngineTest : public ::testing::Test {
 protected:
     EngineTest();
@@ -28,20 +33,23 @@ protected:
     std::string original(const std::string& name, const std::string& bytes = "original bytes");
     // Copies a real document into the forms folder as an original and returns its path.
     std::string copyIn(const std::string& source, const std::string& name);
-    // Registers what the file name opens to and writes the original.
-    std::string form(const std::string& name, const fake::FakeForm& form);
+    // Writes the form as an original.
+    std::string form(const std::string& name, const TestForm& form);
     bool open(const std::string& path) { return engine->mfWBM_OpenWordDoc(path); }
 
-    fake::FakeApplication& app() { return *word.apps.back(); }
-    fake::DocState& doc() { return *app().opened.back(); }
-    const std::string& mainText() { return doc().form.stories[0]; }
+    FaultyApplication& app() { return word.app(); }
+    // The engine's document.
+    word::Document& doc();
+    std::string mainText() { return doc().Content()->Text(); }
+    // The text a bookmark of the engine's document covers; throws when it is absent.
+    std::string bookmarkText(const std::string& name);
     std::string baseFolder() const { return base_.path().string(); }
     // This process's own folder under "_temp_", where the engine keeps its working copies.
     std::string workFolder() const { return base_ / ("_temp_/" + SessionFolder::name()); }
     // Every original still holds the bytes it was written with.
     void expectOriginalsUntouched() const;
 
-    fake::FakeWord word;
+    FaultyWord word;
     ScriptedUserInterface ui;
     MemoryOptions options;
     std::unique_ptr<WordBM> engine;

@@ -8,18 +8,14 @@ class Analysis : public EngineTest {
 protected:
     // Known and unknown merge fields in the main text, a text box and a header; engine, foreign
     // and unknown-field bookmarks.
-    static fake::FakeForm invoice() {
-        fake::FakeForm form;
+    static TestForm invoice() {
+        TestForm form;
         form.text("Sehr geehrte ").mergeField("KliName").text(" ").mergeField("Unbekannt").text(" ");
-        form.field("1", " PAGE ").text("\r");
+        form.field(" PAGE ", "1").text("\r");
         form.bookmark("kdx6_KliName_123456", "[KliName]").bookmark("Fremd", "x");
         form.bookmark("kdx6_Foo_123456", "[Foo]");
-        const int box = form.shape("Textfeld 1");
-        form.mergeField("KliKonto", box);
-        const int header = form.addStory(7);
-        form.mergeField("RgDatum", header);
-        form.sections[0].headers[0] = header;
-        return form;
+        form.textBox("Textfeld 1", TestForm().mergeField("KliKonto"));
+        return form.header(TestForm().mergeField("RgDatum"));
     }
     std::vector<std::string> traceLines() const { return split(ui.trace, "\r\n"); }
 };
@@ -42,7 +38,7 @@ TEST_F(Analysis, ReportsExportFieldsBookmarksAndMergeFields) {
 }
 
 TEST_F(Analysis, AnEmptyFormCountsNothing) {
-    ASSERT_TRUE(open(form("Leer.docx", fake::FakeForm())));
+    ASSERT_TRUE(open(form("Leer.docx", TestForm())));
     engine->mfWBM_Analyze();
     EXPECT_EQ(ui.texts(), std::vector<std::string>{"KDX5-Exportfelder: 63-total\r\n"
                                                    "Textfelder: 0-total, 0-bekannt, 0-unbekannt\r\n"
@@ -89,9 +85,7 @@ TEST_F(Analysis, TheTraceIndentsWhatItVisits) {
 }
 
 TEST_F(Analysis, AHeaderSharedBySectionsIsWalkedOncePerSection) {
-    fake::FakeForm form = invoice();
-    form.sections.push_back(form.sections[0]);
-    ASSERT_TRUE(open(this->form("Rechnung.docx", form)));
+    ASSERT_TRUE(open(form("Rechnung.docx", invoice().sections(2))));
 
     engine->DocumentWalk();
 
@@ -100,9 +94,8 @@ TEST_F(Analysis, AHeaderSharedBySectionsIsWalkedOncePerSection) {
 }
 
 TEST_F(Analysis, AHeaderTextBoxIsSeenFromEveryHeaderAndFooter) {
-    fake::FakeForm form;
-    form.mergeField("KliName", form.shape("Kopf", true));
-    ASSERT_TRUE(open(this->form("Rechnung.docx", form)));
+    const TestForm box = TestForm().textBox("Kopf", TestForm().mergeField("KliName"));
+    ASSERT_TRUE(open(form("Rechnung.docx", TestForm().header(box))));
 
     engine->DocumentWalk();
 

@@ -1,4 +1,10 @@
 #include "EngineFixture.h"
+#include "engine/word/Application.h"
+#include "engine/word/Bookmarks.h"
+#include "engine/word/Document.h"
+#include "engine/word/Range.h"
+#include "engine/word/Sections.h"
+#include "engine/word/Selection.h"
 
 namespace wordbm::testing {
 namespace {
@@ -7,7 +13,7 @@ class Conversion : public EngineTest {
 protected:
     // Three known merge fields and an unknown one in the main text.
     void openLetter() {
-        fake::FakeForm form;
+        TestForm form;
         form.mergeField("KliName")
             .text(" ")
             .mergeField("KliKonto")
@@ -22,46 +28,40 @@ protected:
     }
     // The field each engine bookmark reads as, in document order.
     std::vector<std::string> placedFields() {
-        std::vector<fake::BookmarkRecord> marks = doc().form.bookmarks;
-        std::sort(marks.begin(), marks.end(), [](const auto& a, const auto& b) { return a.start < b.start; });
+        const word::BookmarksPtr marks = doc().Content()->Bookmarks();
         std::vector<std::string> fields;
-        for (const auto& mark : marks) {
-            fields.push_back(engine->Fields().BookmarkFieldGet(mark.name));
-            EXPECT_EQ(doc().form.bookmarkText(mark.name), "[" + fields.back() + "]");
+        for (int i = 1; i <= marks->Count(); ++i) {
+            const word::BookmarkPtr mark = marks->Item(i);
+            fields.push_back(engine->Fields().BookmarkFieldGet(mark->Name()));
+            EXPECT_EQ(mark->Range()->Text(), "[" + fields.back() + "]");
         }
         return fields;
     }
 };
 
 TEST_F(Conversion, InsertTypesTheFieldOverTheSelectionUnderANewBookmark) {
-    fake::FakeForm form;
-    form.text("Hallo Welt\r");
-    ASSERT_TRUE(open(this->form("Rechnung.docx", form)));
-    doc().selection = {0, 6, 10};
+    ASSERT_TRUE(open(form("Rechnung.docx", TestForm().text("Hallo Welt\r"))));
+    app().Selection()->SetRange(6, 10);
 
     engine->mfWBM_Insert("KliName");
 
     EXPECT_EQ(mainText(), "Hallo [KliName]\r");
-    ASSERT_EQ(doc().form.bookmarks.size(), 1u);
-    const std::string name = doc().form.bookmarks[0].name;
+    ASSERT_EQ(doc().Bookmarks()->Count(), 1);
+    const std::string name = doc().Bookmarks()->Item(1)->Name();
     EXPECT_EQ(placedFields(), std::vector<std::string>{"KliName"});
     EXPECT_EQ(ui.boxes.back().text, "Feld=KliName\r\nTextmarke=" + name);
     EXPECT_EQ(ui.boxes.back().title, "Textmarke eingefügt");
-    EXPECT_EQ(doc().selection.start, 15);
-    EXPECT_EQ(doc().selection.end, 15);
-    EXPECT_EQ(doc().form.defaultSorting, 0);
-    EXPECT_FALSE(doc().form.showHidden);
+    EXPECT_EQ(app().Selection()->Start(), 15);
+    EXPECT_EQ(app().Selection()->End(), 15);
+    EXPECT_EQ(doc().Bookmarks()->DefaultSorting(), 0);
+    EXPECT_FALSE(doc().Bookmarks()->ShowHidden());
     expectOriginalsUntouched();
 }
 
 TEST_F(Conversion, AutomaticModeReplacesEveryKnownFieldAndCountsDuplicates) {
-    fake::FakeForm form;
+    TestForm form;
     form.mergeField("KliName").text(" ").mergeField("Unbekannt").text("\r");
-    const int header = form.addStory(7);
-    form.mergeField("RgDatum", header);
-    form.sections[0].headers[0] = header;
-    form.sections.push_back(form.sections[0]);
-    ASSERT_TRUE(open(this->form("Rechnung.docx", form)));
+    ASSERT_TRUE(open(this->form("Rechnung.docx", form.header(TestForm().mergeField("RgDatum")).sections(2))));
     ui.answers = {msgbox::Yes};
 
     engine->mfWBM_Replace();
@@ -70,13 +70,13 @@ TEST_F(Conversion, AutomaticModeReplacesEveryKnownFieldAndCountsDuplicates) {
                               "Alle bekannten Seriendruckfelder durch Textmarken ersetzen?",
                               "2 Seriendruckfelder (+1 Duplikate) wurden duch Textfelder ersetzt!"}));
     EXPECT_EQ(ui.boxes[0].buttons, 35);
-    EXPECT_EQ(mainText(), "[KliName] <Unbekannt>\r");
-    EXPECT_EQ(doc().form.stories[static_cast<std::size_t>(header)], "[RgDatum]");
+    EXPECT_EQ(mainText().rfind("[KliName] «Unbekannt»\r", 0), 0u) << mainText();
+    EXPECT_EQ(doc().Sections()->Item(1)->Headers()->Item(1)->Range()->Text(), "[RgDatum]\r");
     EXPECT_EQ(engine->ReplacedCount(), 2);
-    EXPECT_TRUE(app().screenUpdating);
+    EXPECT_TRUE(app().ScreenUpdating());
     EXPECT_EQ(ui.progress.front(), "start Word-Rechnungsformular 0");
     EXPECT_EQ(ui.progress.back(), "stop");
-    EXPECT_EQ(doc().selection.start, 0);
+    EXPECT_EQ(app().Selection()->Start(), 0);
 }
 
 TEST_F(Conversion, AskingModeReplacesOnlyWhatIsConfirmed) {
@@ -89,7 +89,7 @@ TEST_F(Conversion, AskingModeReplacesOnlyWhatIsConfirmed) {
               (std::vector<std::string>{"Alle bekannten Seriendruckfelder durch Textmarken ersetzen?",
                                         question("KliName"), question("KliKonto"), question("RgDatum"),
                                         "2 Seriendruckfelder wurden duch Textfelder ersetzt!"}));
-    EXPECT_EQ(mainText(), "[KliName] <KliKonto> <Unbekannt> [RgDatum]\r");
+    EXPECT_EQ(mainText(), "[KliName] «KliKonto» «Unbekannt» [RgDatum]\r");
     EXPECT_EQ(placedFields(), (std::vector<std::string>{"KliName", "RgDatum"}));
     EXPECT_TRUE(ui.progress.empty());
     EXPECT_EQ(ui.unanswered, 0);
@@ -121,7 +121,7 @@ TEST_F(Conversion, AWordProcessorGoneMidwayReplacesNothingMore) {
 }
 
 TEST_F(Conversion, AFormWithoutMergeFieldsReplacesNone) {
-    ASSERT_TRUE(open(form("Leer.docx", fake::FakeForm())));
+    ASSERT_TRUE(open(form("Leer.docx", TestForm())));
     ui.answers = {msgbox::Yes};
     engine->mfWBM_Replace();
     EXPECT_EQ(ui.boxes.back().text, "0 Seriendruckfelder wurden duch Textfelder ersetzt!");
@@ -135,11 +135,11 @@ TEST_F(Conversion, ResetAnsweredOtherwiseThanYesChangesNothing) {
     engine->mfWBM_Reset();
     EXPECT_EQ(ui.boxes.size(), 2u);
     EXPECT_EQ(mainText(), before);
-    EXPECT_EQ(doc().form.mainDocumentType, 0);
+    EXPECT_TRUE(doc().Saved());
 }
 
 TEST_F(Conversion, VerifyBracketsEmptiesQuestionMarksAndLeavesTheRest) {
-    fake::FakeForm form;
+    TestForm form;
     form.bookmark("kdx6_KliName_000001", "KliName").text(" ").bookmark("kdx6_RgDatum_000002", "[RgDatum]");
     form.text(" ").bookmark("kdx6_KliKonto_000003", "[?]").text(" ").bookmark("Fremd", "x").text(" ");
     form.bookmark("kdx6_ESQRBetrag_000004", "12.50")
@@ -153,9 +153,9 @@ TEST_F(Conversion, VerifyBracketsEmptiesQuestionMarksAndLeavesTheRest) {
     EXPECT_EQ(ui.boxes.back().text, "Textfelder: 6-total, 5-bekannt, 3-angepasst");
     EXPECT_EQ(ui.boxes.back().title, "Textmarken verifizieren");
     EXPECT_EQ(mainText(), "[KliName] [RgDatum]  x 12.50 [RgID]\r");
-    EXPECT_EQ(doc().form.bookmarkText("kdx6_KliName_000001"), "[KliName]");
-    EXPECT_EQ(doc().form.bookmarkText("kdx6_RgID_000005"), "[RgID]");
-    ASSERT_NE(doc().form.findBookmark("kdx6_KliKonto_000003"), nullptr);
+    EXPECT_EQ(bookmarkText("kdx6_KliName_000001"), "[KliName]");
+    EXPECT_EQ(bookmarkText("kdx6_RgID_000005"), "[RgID]");
+    EXPECT_EQ(bookmarkText("kdx6_KliKonto_000003"), "");
 
     engine->mfWBM_Verify();
     EXPECT_EQ(ui.boxes.back().text, "Textfelder: 6-total, 5-bekannt, 0-angepasst");

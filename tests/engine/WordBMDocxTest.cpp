@@ -1,6 +1,6 @@
-// The engine's commands on real .docx forms through the embedded word processor.
+// The engine's commands on an older form as Word writes it (merge-field codes split over runs, a
+// header, bookmarks of every layout) and on corpus documents.
 #include "EngineFixture.h"
-#include "engine/ooxml/DocxApplication.h"
 #include "engine/word/Application.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
@@ -21,10 +21,6 @@ std::string corpus(const std::string& name) {
 
 class Docx : public EngineTest {
 protected:
-    void SetUp() override {
-        engine.reset();
-        engine = std::make_unique<WordBM>(ui, options, [] { return ooxml::DocxApplication::create(); });
-    }
     // The lines of the analysis report.
     std::vector<std::string> analyze() {
         ui.boxes.clear();
@@ -99,18 +95,6 @@ TEST_F(Docx, ResetDeletesTheKnownMergeFields) {
     EXPECT_EQ(engine->Doc()->MailMerge()->MainDocumentType(), -1);
 }
 
-TEST_F(Docx, VerifyBracketsAndEmptiesBookmarkTexts) {
-    ASSERT_TRUE(open(copyIn(TestForm, "Rechnung.docx")));
-
-    engine->mfWBM_Verify();
-
-    EXPECT_EQ(ui.boxes.back().text, "Textfelder: 4-total, 2-bekannt, 2-angepasst");
-    EXPECT_EQ(textsOf("KliTot"), std::vector<std::string>{"[KliTot]"});
-    EXPECT_EQ(textsOf("KliEx1"), std::vector<std::string>{""});
-    EXPECT_NE(engine->Doc()->Content()->Text().find("Betrag: [KliTot] Zusatz:  Fremd: x\r"),
-              std::string::npos);
-}
-
 TEST_F(Docx, InsertPlacesABookmarkAtTheStartOfTheForm) {
     ASSERT_TRUE(open(copyIn(corpus("Bookmarks.docx"), "Bookmarks.docx")));
 
@@ -129,27 +113,6 @@ TEST_F(Docx, CorpusFormsReportTheirMergeFields) {
     expectOriginalsUntouched();
 }
 
-TEST_F(Docx, AFormClosedByHandEndsTheCommandsQuietly) {
-    ASSERT_TRUE(open(copyIn(TestForm, "Rechnung.docx")));
-    engine->Doc()->Close();
-
-    engine->mfWBM_Analyze();
-
-    EXPECT_TRUE(ui.boxes.empty());
-    EXPECT_FALSE(ui.wordDoc);
-}
-
-TEST_F(Docx, AWordProcessorEndedByHandIsReported) {
-    ASSERT_TRUE(open(copyIn(TestForm, "Rechnung.docx")));
-    engine->Word()->Quit();
-
-    engine->mfWBM_Verify();
-
-    ASSERT_EQ(ui.boxes.size(), 1u);
-    EXPECT_TRUE(ui.boxes[0].text.ends_with("\r\nWord kann nicht angesprochen werden!")) << ui.boxes[0].text;
-    expectOriginalsUntouched();
-}
-
 TEST_F(Docx, TheConfirmedCopyBackBringsTheConvertedFormHome) {
     const std::string path = copyIn(TestForm, "Rechnung.docx");
     ASSERT_TRUE(open(path));
@@ -163,18 +126,6 @@ TEST_F(Docx, TheConfirmedCopyBackBringsTheConvertedFormHome) {
     ASSERT_TRUE(open(path));
     EXPECT_EQ(analyze().back(), "Seriendruckfelder: 1-total, 0-bekannt, 1-unbekannt");
     EXPECT_EQ(textsOf("KliName"), std::vector<std::string>{"[KliName]"});
-}
-
-TEST_F(Docx, ClosingWithoutTheCopyBackLeavesTheOriginal) {
-    ASSERT_TRUE(open(copyIn(TestForm, "Rechnung.docx")));
-    ui.answers = {msgbox::Yes};
-    engine->mfWBM_Replace();
-
-    ui.answers = {msgbox::Yes, msgbox::Yes, msgbox::No};
-    engine->mfWBM_OpenWordDoc("");
-
-    EXPECT_FALSE(engine->Word());
-    expectOriginalsUntouched();
 }
 
 // A working copy that cannot be saved must never be copied back in its stale state.

@@ -71,8 +71,6 @@ std::vector<PdfWord> pdfWords(const std::string& pdf) {
 class DocxMerge : public EngineTest {
 protected:
     void SetUp() override {
-        engine.reset();
-        engine = std::make_unique<WordBM>(ui, options, [] { return ooxml::DocxApplication::create(); });
         // The sample form carries the QR payment part; its placeholders are filled as in the program.
         engine->SlipBuilder(std::make_unique<modESQR>(ui, engine->QRComponent()));
         forms_ = baseFolder() + "/forms";

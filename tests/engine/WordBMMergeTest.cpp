@@ -1,8 +1,9 @@
-// The merge run and the file-name test on the fake word processor: the run's order, its
-// questions, its failure table and its result list.
+// The merge run and the file-name test on small forms: the run's order, its questions, its
+// failures and its result list.
 #include "ControlFile.h"
 #include "EngineFixture.h"
 #include "engine/ports/SlipPort.h"
+#include "engine/word/Application.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/WordConstants.h"
 
@@ -14,10 +15,10 @@ namespace {
 using Box = ScriptedUserInterface::Box;
 namespace fs = std::filesystem;
 
-const std::string Unsupported = "Vom Testdokument nicht unterstützt.";
+const std::string Refusal = FaultyWord::Refusal;
 
-fake::FakeForm invoiceForm() {
-    fake::FakeForm form;
+TestForm invoiceForm() {
+    TestForm form;
     form.text("An ").bookmark("kdx6_KliName_000001", "[KliName]").text(" ");
     form.bookmark("kdx6_KliAdr5_000002", "[KliAdr5]")
         .text(" Nr ")
@@ -34,12 +35,12 @@ protected:
         fs::create_directory(out_);
     }
     // Opens the control file and the form, with a mask that writes into the out folder.
-    void start(const ControlFile& data, const fake::FakeForm& fakeForm = invoiceForm(),
+    void start(const ControlFile& data, const TestForm& testForm = invoiceForm(),
                const std::string& mask = "\\&K&-&R&.&E&") {
         data.write(baseFolder() + "/forms/Lauf.csv");
         engine->Template(out_ + mask);
         engine->mfWBM_OpenCSVDoc(baseFolder() + "/forms/Lauf.csv");
-        ASSERT_TRUE(open(form("Rechnung.docx", fakeForm)));
+        ASSERT_TRUE(open(form("Rechnung.docx", testForm)));
     }
     std::string name(const std::string& account, const std::string& number) const {
         return out_ + "/" + account + "-0" + number;
@@ -64,7 +65,7 @@ TEST_F(Merge, TestRunListsTheNamesWithoutDocumentsOrDialogs) {
     EXPECT_EQ(result().ok, 2);
     EXPECT_EQ(ui.mergeDialogs, 0);
     EXPECT_TRUE(ui.boxes.empty());
-    EXPECT_EQ(app().opened.size(), 1u);
+    EXPECT_EQ(app().opened, 1);
     EXPECT_EQ(mainText(), "An [KliName] [KliAdr5] Nr [RgNummer] [RgDatum]x\r");
     // The reader counts the empty piece after the last line end as a line.
     EXPECT_EQ(ui.progress.front(), "start Dateinamen testen 4");
@@ -80,12 +81,12 @@ TEST_F(Merge, CancellingTheDialogMakesNothing) {
 
     EXPECT_EQ(ui.mergeDialogs, 1);
     EXPECT_TRUE(ui.results.empty());
-    EXPECT_EQ(app().opened.size(), 1u);
+    EXPECT_EQ(app().opened, 1);
 }
 
 TEST_F(Merge, ADocumentClosedUnderTheEngineStopsTheCommandBeforeTheDialog) {
     start(ControlFile({1}));
-    app().closeByHand(0);
+    app().closeByHand();
 
     engine->mfWBM_Merge();
 
@@ -96,28 +97,40 @@ TEST_F(Merge, ADocumentClosedUnderTheEngineStopsTheCommandBeforeTheDialog) {
 TEST_F(Merge, EveryFailureIsShownAndTheRunGoesOnFromAFreshForm) {
     start(ControlFile({1, 2}));
     ui.mergeAnswers = {MergeChoices{true, true, false, false, false, true}};
+    word.refused = {"SaveAs2", "ExportAsFixedFormat", "PrintOut"};
 
     engine->mfWBM_Merge();
 
     const std::vector<Box> perInvoice{
-        {Unsupported + "\r\nDie Rechnung wurde nicht gespeichert!", 16, "Word-Rechnungsformular"},
-        {Unsupported + "\r\nDie PDF-Datei wurde nicht generiert!", 16, "Word-Rechnungsformular"},
+        {Refusal + "\r\nDie Rechnung wurde nicht gespeichert!", 16, "Word-Rechnungsformular"},
+        {Refusal + "\r\nDie PDF-Datei wurde nicht generiert!", 16, "Word-Rechnungsformular"},
         {"Datei nicht gefunden\r\nDie Rechnung konnte nicht gelöscht werden!", 16, "Word-Rechnungsformular"}};
     std::vector<Box> expected = perInvoice;
     expected.insert(expected.end(), perInvoice.begin(), perInvoice.end());
     EXPECT_EQ(ui.boxes, expected);
-    EXPECT_EQ(result().lines, (std::vector<std::string>{
-                                  "  " + name("10400000", "24100"), "    Nicht gedruckt: " + Unsupported,
-                                  "  " + name("10400017", "24101"), "    Nicht gedruckt: " + Unsupported}));
+    EXPECT_EQ(result().lines,
+              (std::vector<std::string>{"  " + name("10400000", "24100"), "    Nicht gedruckt: " + Refusal,
+                                        "  " + name("10400017", "24101"), "    Nicht gedruckt: " + Refusal}));
     EXPECT_EQ(result().errors, 2);
     EXPECT_FALSE(result().testOnly);
     // The filled form was closed unsaved each time, and opened anew for the next invoice.
-    ASSERT_EQ(app().opened.size(), 3u);
-    EXPECT_FALSE(app().opened[1]->open);
+    EXPECT_EQ(app().opened, 3);
     EXPECT_EQ(mainText(), "An [KliName] [KliAdr5] Nr [RgNummer] [RgDatum]x\r");
-    EXPECT_EQ(app().opened[0]->form.stories[0], "An Bäckerei Müller GmbH   Nr 24100 [RgDatum]x\r");
-    EXPECT_EQ(app().opened[1]->form.stories[0], "An Renée Dubois   Nr 24101 [RgDatum]x\r");
+    EXPECT_EQ(readBytes(engine->WordWork()), readBytes(baseFolder() + "/forms/Rechnung.docx"));
     expectOriginalsUntouched();
+}
+
+// Opened again while still open, the filled form would come back as it is.
+TEST_F(Merge, AnInvoiceThatWasNotSavedIsClosedBeforeTheFormIsOpenedAgain) {
+    start(ControlFile({1, 2}));
+    ui.mergeAnswers = {MergeChoices{}};
+    word.refused = {"SaveAs2"};
+
+    engine->mfWBM_Merge();
+
+    EXPECT_EQ(result().errors, 2);
+    EXPECT_EQ(app().opened, 3);
+    EXPECT_EQ(app().closes, 2);
 }
 
 TEST_F(Merge, FillingTypesValuesAsTheyStandAndABlankForAnEmptyOne) {
@@ -126,11 +139,11 @@ TEST_F(Merge, FillingTypesValuesAsTheyStandAndABlankForAnEmptyOne) {
     engine->BookmarksFill(1);
 
     EXPECT_EQ(mainText(), "An Dubois & Co. <Genève>   Nr 0042 [RgDatum]x\r");
-    EXPECT_TRUE(app().screenUpdating);
+    EXPECT_TRUE(app().ScreenUpdating());
 }
 
 TEST_F(Merge, QRTextsComeFromTheRowsQRBillData) {
-    fake::FakeForm qr;
+    TestForm qr;
     qr.bookmark("kdx6_Currency_000001", "[Currency]").text("|").bookmark("kdx6_Amount_000002", "[Amount]");
     qr.text("|").bookmark("kdx6_QRText_000003", "[QRText]").text("|");
     qr.bookmark("kdx6_ESQRMakeST_000004", "[ESQR]").text("\r");
@@ -139,8 +152,9 @@ TEST_F(Merge, QRTextsComeFromTheRowsQRBillData) {
     engine->BookmarksFill(1);
 
     const std::string text = mainText();
-    EXPECT_EQ(text.rfind("CHF|518  .  88|SPC\r\n0200\r\n1\r\nCH8530808000004512003\r\nS\r\n", 0), 0u) << text;
-    EXPECT_NE(text.find("\r\nEPD|[ESQR]\r"), std::string::npos) << text;
+    // The payload's line ends are typed as paragraph marks.
+    EXPECT_EQ(text.rfind("CHF|518  .  88|SPC\r0200\r1\rCH8530808000004512003\rS\r", 0), 0u) << text;
+    EXPECT_NE(text.find("\rEPD|[ESQR]\r"), std::string::npos) << text;
 }
 
 class RecordingSlip : public SlipPort {
@@ -154,7 +168,7 @@ public:
 };
 
 TEST_F(Merge, SlipPlaceholdersGoToTheSlipBuilder) {
-    fake::FakeForm slip = invoiceForm();
+    TestForm slip = invoiceForm();
     slip.bookmark("kdx6_ESQRAmount_000009", "[Betrag]");
     start(ControlFile({1, 2}), slip);
     auto recorder = std::make_unique<RecordingSlip>();
@@ -209,7 +223,7 @@ TEST_F(Merge, QRBillWarningsAreListedOnlyForFormsWithQRData) {
     engine->mfWBM_Test();
     EXPECT_EQ(result().lines.size(), 1u);
 
-    fake::FakeForm withCode = invoiceForm();
+    TestForm withCode = invoiceForm();
     withCode.bookmark("kdx6_QRCode_000005", "[QR]");
     ui.results.clear();
     start(data, withCode);

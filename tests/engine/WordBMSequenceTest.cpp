@@ -9,7 +9,7 @@ namespace {
 class CommandSequence : public EngineTest, public ::testing::WithParamInterface<unsigned> {
 protected:
     void SetUp() override {
-        fake::FakeForm letter;
+        TestForm letter;
         letter.mergeField("KliName").text(" ").bookmark("kdx5_123456_RgDatum", "1.1.2024").text(" ");
         letter.bookmark("kdx6_KliKonto_000001", "KliKonto").mergeField("Unbekannt").text("\r");
         paths = {form("A.docx", letter), form("B.docx", letter),

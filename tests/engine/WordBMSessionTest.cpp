@@ -1,4 +1,8 @@
 #include "EngineFixture.h"
+#include "engine/ooxml/DocxApplication.h"
+#include "engine/word/Document.h"
+#include "engine/word/Documents.h"
+#include "engine/word/Range.h"
 
 #include <filesystem>
 
@@ -14,10 +18,8 @@ namespace {
 
 using Box = ScriptedUserInterface::Box;
 
-fake::FakeForm letter() {
-    fake::FakeForm form;
-    form.text("Sehr geehrte ").mergeField("KliName").text("\r");
-    return form;
+TestForm letter() {
+    return TestForm().text("Sehr geehrte ").mergeField("KliName").text("\r");
 }
 
 class Session : public EngineTest {};
@@ -41,31 +43,32 @@ TEST_F(Session, OpeningWorksOnACopyInTheWorkingFolder) {
 
     const std::string working = workFolder() + "/Rechnung.docx";
     EXPECT_EQ(engine->WordWork(), working);
-    EXPECT_EQ(doc().path, working);
-    EXPECT_EQ(readBytes(working), "original bytes");
+    EXPECT_EQ(doc().FullName(), working);
+    EXPECT_EQ(readBytes(working), readBytes(path));
     ASSERT_TRUE(ui.wordDoc);
     EXPECT_EQ(ui.wordDoc->original, path);
     EXPECT_EQ(ui.wordDoc->working, working);
-    EXPECT_TRUE(app().visible);
+    EXPECT_TRUE(app().Visible());
     EXPECT_TRUE(ui.boxes.empty());
 }
 
 TEST_F(Session, AFormTheWordProcessorRefusesIsReportedAndForgotten) {
-    const std::string path = original("Kaputt.docx"); // no document behind the name
+    const std::string path = original("Kaputt.docx"); // no Word document in it
 
     EXPECT_FALSE(open(path));
 
     const std::string working = workFolder() + "/Kaputt.docx";
     EXPECT_EQ(ui.boxes.back(),
-              (Box{"Fehler beim Öffnen von\r\n" + working + "\r\nDas Dokument ist beschädigt.\r\n", 16,
-                   "Word-Rechnungsformular öffnen"}));
+              (Box{"Fehler beim Öffnen von\r\n" + working +
+                       "\r\nDie Datei ist kein gültiges Word-Dokument (beschädigtes ZIP-Archiv).\r\n",
+                   16, "Word-Rechnungsformular öffnen"}));
     EXPECT_FALSE(ui.wordDoc);
     EXPECT_FALSE(engine->Word());
     EXPECT_FALSE(engine->CheckDoc());
 }
 
 TEST_F(Session, AWordProcessorThatCannotStartIsReported) {
-    word.refuse = true;
+    word.refuseStart = true;
     EXPECT_FALSE(open(form("Rechnung.docx", letter())));
     EXPECT_NE(ui.boxes.back().text.find("Word.Application kann nicht erstellt werden."), std::string::npos);
 }
@@ -79,7 +82,7 @@ TEST_F(Session, OpeningASecondFormEndsTheFirstSessionAfterAsking) {
     EXPECT_EQ(ui.boxes.back(), (Box{"Word schliessen?", 36, "Word-Rechnungsformular"}));
     ASSERT_EQ(word.apps.size(), 2u);
     EXPECT_EQ(word.apps[0]->quits, std::vector<std::optional<int>>{std::nullopt});
-    EXPECT_EQ(doc().path, workFolder() + "/B.docx");
+    EXPECT_EQ(doc().FullName(), workFolder() + "/B.docx");
 }
 
 TEST_F(Session, DecliningToCloseWordIsNeverAskedAgain) {
@@ -107,12 +110,25 @@ TEST_F(Session, AForcedQuitDiscardsChangesWithoutAsking) {
 
 TEST_F(Session, ADocumentClosedByHandFailsTheCheckQuietly) {
     ASSERT_TRUE(open(form("Rechnung.docx", letter())));
-    app().closeByHand(0);
+    app().closeByHand();
 
     EXPECT_FALSE(engine->CheckDoc(true));
     engine->mfWBM_Analyze();
 
     EXPECT_TRUE(ui.boxes.empty());
+    EXPECT_FALSE(ui.wordDoc);
+}
+
+TEST_F(Session, AFormClosedByHandWhileAnotherDocumentStaysOpenIsReportedOnce) {
+    ASSERT_TRUE(open(form("Rechnung.docx", letter())));
+    app().closeByHand();
+    app().Documents()->Open(form("Brief.docx", letter()));
+
+    EXPECT_FALSE(engine->CheckDoc(true));
+    engine->mfWBM_Analyze();
+
+    EXPECT_EQ(ui.boxes,
+              (std::vector<Box>{{"Das Dokument ist nicht mehr geöffnet.", 64, "Word-Rechnungsformular"}}));
     EXPECT_FALSE(ui.wordDoc);
 }
 
@@ -154,11 +170,10 @@ TEST_F(Session, AnEmptyMessageBoxTitleBecomesTheWindowCaption) {
 class CopyBack : public EngineTest {
 protected:
     void SetUp() override {
-        fake::FakeForm form;
-        form.text("Neuer Text\r");
-        path = this->form("Rechnung.docx", form);
+        path = form("Rechnung.docx", TestForm().text("Alter Text\r"));
         ASSERT_TRUE(open(path));
         working = engine->WordWork();
+        doc().Range(0, 5)->Text("Neuer");
     }
     std::string path;
     std::string working;
@@ -180,7 +195,9 @@ TEST_F(CopyBack, ClosingWithTwoConfirmationsSavesAndCopiesTheFormBack) {
                   {"Die Datei wirklich überschreiben?\r\nOriginaldatei:\r\n" + path, 36, "Überschreiben"},
                   {"Kopiert", 64, "Originaldatei zurückkopieren"},
               }));
-    EXPECT_EQ(readBytes(path), "Neuer Text\r");
+    const auto reader = ooxml::DocxApplication::create();
+    EXPECT_EQ(reader->Documents()->Open(path)->Content()->Text(), "Neuer Text\r");
+    reader->Quit();
     EXPECT_EQ(app().quits, std::vector<std::optional<int>>{0});
     EXPECT_FALSE(engine->Word());
 }
@@ -188,7 +205,7 @@ TEST_F(CopyBack, ClosingWithTwoConfirmationsSavesAndCopiesTheFormBack) {
 TEST_F(CopyBack, NoBeforeClosingChangesNothing) {
     ui.answers = {msgbox::No};
     engine->mfWBM_OpenWordDoc("");
-    EXPECT_EQ(doc().saves, 0);
+    EXPECT_EQ(app().saves, 0);
     EXPECT_TRUE(engine->CheckDoc());
     expectOriginalsUntouched();
 }
@@ -207,7 +224,7 @@ TEST_F(CopyBack, NoToEitherCopyQuestionLeavesTheOriginal) {
         engine->mfWBM_OpenWordDoc("");
 
         EXPECT_EQ(ui.boxes.size(), static_cast<std::size_t>(declined + 1));
-        EXPECT_EQ(doc().saves, 1);
+        EXPECT_EQ(word.apps.back()->saves, 1);
         EXPECT_FALSE(engine->Word());
         expectOriginalsUntouched();
     }
