@@ -26,6 +26,10 @@ public:
     ~PagePreview() override;
 
     void setExport(Source source, Export write);
+    // Runs an export where the engine's work runs (off the window's thread, in turn with the
+    // engine's commands); false when it cannot run now. Unset, exports run right here.
+    using Runner = std::function<bool(const std::function<void()>& work)>;
+    void setRunner(Runner run) { run_ = std::move(run); }
     // Chooses what is shown (cbxPreview) and renders it.
     void choose(Source source);
     // Renders the chosen source; false (the reason shown instead) when there is nothing to show.
@@ -48,6 +52,7 @@ private:
     QPdfDocument* pdf_ = nullptr;
     Export form_;
     Export invoice_;
+    Runner run_;
 };
 
 } // namespace wordbm
