@@ -486,11 +486,15 @@ private slots:
 
         // Tab from the field list goes into the form's text, then on to the insert button.
         pages->setCurrentIndex(0);
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
         auto* fields = find<QComboBox>(*window, "cbxFields");
         fields->setFocus();
         QTest::keyClick(fields, Qt::Key_Tab);
+        QVERIFY(QApplication::focusWidget());
         QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("txtForm"));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(QApplication::focusWidget());
         QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("btnInsert"));
     }
 
