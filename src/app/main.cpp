@@ -6,6 +6,7 @@
 #include "app/Version.h"
 #include "settings/IniSettingsStore.h"
 #include "ui/DesktopSession.h"
+#include "ui/GermanQtTexts.h"
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
@@ -263,6 +264,7 @@ int windowRun(int argc, char** argv, const CLI::App& verbs) {
     // The icon of the installed desktop entry; the entry's name lets Wayland docks match the window.
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("wordbm")));
     QGuiApplication::setDesktopFileName(QStringLiteral("wordbm"));
+    wordbm::GermanQtTexts::install();
     if (command.help) {
         QMessageBox box(QMessageBox::NoIcon, QString::fromLatin1(wordbm::version::Title),
                         QString::fromStdString(

@@ -95,6 +95,21 @@ bool WordBM::mfWBM_OpenWordDoc(const std::string& path) {
     }
     if (!fileExists(nativePath(path))) {
         MyMsgBox(path + CrLf + "Datei nicht gefunden!", msgbox::Stop, OpenTitle);
+        // The session is untouched; the window shows its form again, not the missing path.
+        if (wordShown_) {
+            ui_.wordDocDisplay(wordDoc_, wordWork_);
+        } else {
+            ui_.wordDocDisplayClear();
+        }
+        return false;
+    }
+    if (!ChangesSettle()) {
+        // The open form stays, and the window shows it again instead of the path just given.
+        if (wordShown_) {
+            ui_.wordDocDisplay(wordDoc_, wordWork_);
+        } else {
+            ui_.wordDocDisplayClear();
+        }
         return false;
     }
     mfWBM_Quit();
@@ -172,6 +187,7 @@ bool WordBM::mfWBM_Quit(bool force) {
     wordDocHide();
     doc_.reset();
     wordWork_.clear();
+    formChanged_ = false;
     if (word_) {
         if (force) {
             try {
@@ -221,6 +237,9 @@ bool WordBM::copyBack(const std::string& kind, const std::string& original, cons
         MyMsgBox(failure, msgbox::Stop, "Originaldatei zurückkopieren");
         return false;
     }
+    if (nativePath(working) == nativePath(wordWork_)) {
+        formChanged_ = false;
+    }
     MyMsgBox("Kopiert", msgbox::Information, "Originaldatei zurückkopieren");
     return true;
 }
@@ -235,12 +254,46 @@ bool WordBM::WorkingFormSave() {
         if (doc_->Saved() || nativePath(doc_->FullName()) != nativePath(wordWork_)) {
             return true;
         }
+        formChanged_ = true;
         doc_->Save();
         return true;
     } catch (const std::exception& failure) {
         UnsavedReport(failure);
         return false;
     }
+}
+
+bool WordBM::FormChanged() const {
+    if (formChanged_) {
+        return true;
+    }
+    try {
+        return doc_ && !wordWork_.empty() && !doc_->Saved() &&
+               nativePath(doc_->FullName()) == nativePath(wordWork_);
+    } catch (const std::exception&) {
+        return false; // a document that cannot be asked has nothing left to keep
+    }
+}
+
+bool WordBM::ChangesSettle() {
+    if (!FormChanged()) {
+        return true;
+    }
+    const int answer = MyMsgBox(
+        std::string("Das Word-Rechnungsformular wurde geändert, die Änderungen sind "
+                    "nur in der Arbeitsdatei:") +
+            CrLf + wordWork_ + CrLf + CrLf + "Änderungen ins Original zurückkopieren?" + CrLf + wordDoc_ +
+            CrLf + CrLf + "Ja: zurückkopieren   Nein: Änderungen verwerfen   Abbrechen: weiterarbeiten",
+        msgbox::YesNoCancel, "Änderungen nicht zurückkopiert");
+    if (answer == msgbox::No) {
+        formChanged_ = false; // given up by choice; not asked about again
+        return true;
+    }
+    if (answer != msgbox::Yes) {
+        return false;
+    }
+    // The copy-back reads the working copy from its file.
+    return WorkingFormSave() && mfWBM_WordCopy(wordDoc_, wordWork_);
 }
 
 void WordBM::UnsavedReport(const std::exception& failure) {
@@ -284,6 +337,9 @@ void WordBM::WordDocClose() {
 void WordBM::OnEvent(WindowEvent event, const std::string& argument) {
     switch (event) {
     case WindowEvent::Quit:
+        if (!ChangesSettle()) {
+            break; // the person goes on working
+        }
         mfWBM_Quit();
         running_ = false;
         break;

@@ -96,6 +96,13 @@ public:
     // save fails. Where the program itself is the word processor, nothing else would save it, and
     // the merge run and the copy-back both read the working form from its file.
     bool WorkingFormSave();
+    // The working form holds changes that were not copied back to the original: saved into the
+    // working copy, or not even that.
+    bool FormChanged() const;
+    // Before changes not copied back would be thrown away (another form, the end of the
+    // program): asks whether to copy them back, throw them away or stay. True when the caller
+    // may go on: nothing changed, copied back, or thrown away by the person's choice.
+    bool ChangesSettle();
     bool mfWBM_CSVCopy(const std::string& original, const std::string& working);
     // Saves and closes the working form, ends the session and offers the copy-back.
     void WordDocClose();
@@ -108,6 +115,9 @@ public:
     void FieldsWalk(const word::FieldsPtr& fields);
     void TraceAdd(const std::string& text);
     void mfWBM_Analyze();
+    // Counts and traces the open form again for the window's displays, without a message, so
+    // that they show the form as it is after a command changed it.
+    void CountsShow();
 
     // The state of the last walk.
     const std::string& Trace() const { return trace_; }
@@ -216,6 +226,7 @@ private:
     std::vector<std::string> csvHints_;
     bool wordShown_ = false;
     bool askedToClose_ = false;
+    bool formChanged_ = false;
     bool running_ = false;
 
     int mergeFieldsTotal_ = 0;

@@ -238,6 +238,16 @@ std::string WordBM::bookmarkLine() {
     return countsLine("Textfelder: ", bookmarksTotal_, bookmarksKnown_);
 }
 
+void WordBM::CountsShow() {
+    if (!doc_) {
+        return;
+    }
+    const int exportFields = static_cast<int>(fields_.Items().size()) - fields_.SeparatorCount();
+    bookmarkLine();
+    DocumentWalk();
+    ui_.countsDisplay({exportFields, bookmarksTotal_, bookmarksKnown_, mergeFieldsTotal_, mergeFieldsKnown_});
+}
+
 void WordBM::mfWBM_Analyze() {
     if (!CheckDoc(true)) {
         return;

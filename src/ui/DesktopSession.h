@@ -22,6 +22,9 @@ public:
     QtUserInterface& ui() { return ui_; }
 
 private:
+    // How many invoices the merge makes and where, and the printer; read on the engine's thread.
+    frmMerge::Plan mergePlan();
+
     Opt store_;
     OptOptions options_;
     QtUserInterface ui_;

@@ -17,7 +17,7 @@ PagePreview::PagePreview(QWidget* parent) : QWidget(parent) {
     cbxPreview_->addItem(QStringLiteral("Formular"), static_cast<int>(Source::Form));
     cbxPreview_->addItem(QStringLiteral("Rechnung 1"), static_cast<int>(Source::Invoice));
     cbxPreview_->setToolTip(QStringLiteral("Das Formular oder die erste Rechnung der Rechnungs-Steuerdatei"));
-    auto* btnPreview = new QPushButton(QStringLiteral("Vorschau aktualisieren"), this);
+    auto* btnPreview = new QPushButton(QStringLiteral("Vorschau a&ktualisieren"), this);
     btnPreview->setObjectName(QStringLiteral("btnPreview"));
     btnPreview->setToolTip(QStringLiteral("Seite 1 darstellen"));
     lblPreview_ = new QLabel(QStringLiteral("Keine Vorschau"), this);
@@ -95,7 +95,15 @@ bool PagePreview::render() {
     const Export& write = chosen() == Source::Form ? form_ : invoice_;
     folder_ = std::make_unique<QTemporaryDir>();
     const QString pdf = folder_->filePath(QStringLiteral("vorschau.pdf"));
-    const std::string failure = write ? write(pdf.toStdString()) : std::string("nicht verfügbar");
+    std::string failure = "nicht verfügbar";
+    if (write) {
+        const auto work = [&failure, &write, target = pdf.toStdString()] { failure = write(target); };
+        if (!run_) {
+            work();
+        } else if (!run_(work)) {
+            failure = "das Formular wird eben bearbeitet";
+        }
+    }
     if (!failure.empty()) {
         showReason(QStringLiteral("Keine Vorschau: ") + QString::fromStdString(failure));
         return false;

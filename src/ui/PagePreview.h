@@ -32,6 +32,10 @@ public:
 
     void setExport(Source source, Export write);
     void setCodeCheck(Source source, CodeCheck check);
+    // Runs an export where the engine's work runs (off the window's thread, in turn with the
+    // engine's commands); false when it cannot run now. Unset, exports run right here.
+    using Runner = std::function<bool(const std::function<void()>& work)>;
+    void setRunner(Runner run) { run_ = std::move(run); }
     // Chooses what is shown (cbxPreview) and renders it.
     void choose(Source source);
     // Renders the chosen source; false (the reason shown instead) when there is nothing to show.
@@ -58,6 +62,7 @@ private:
     Export invoice_;
     CodeCheck formCode_;
     CodeCheck invoiceCode_;
+    Runner run_;
 };
 
 } // namespace wordbm

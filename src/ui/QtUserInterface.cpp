@@ -1,5 +1,7 @@
 #include "ui/QtUserInterface.h"
 
+#include "ui/BackgroundTask.h"
+#include "ui/PagePreview.h"
 #include "ui/frmESQR.h"
 #include "ui/frmFileNameTemplate.h"
 #include "ui/frmList.h"
@@ -11,11 +13,29 @@
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QTimer>
+#include <type_traits>
 
 namespace wordbm {
 
 QtUserInterface::QtUserInterface() : window_(std::make_unique<frmWordBM>()) {
     window_->setRaise([this](WindowEvent event, const std::string& argument) { raise(event, argument); });
+    // The preview's exports read the engine's document: they take their turn with the commands.
+    window_->preview().setRunner([this](const std::function<void()>& work) { return engineWork(work); });
+}
+
+template <typename Call> auto QtUserInterface::onWindow(Call call) -> decltype(call()) {
+    if (BackgroundTask::onWindowThread()) {
+        return call();
+    }
+    // The engine's thread waits until the window's thread has answered.
+    if constexpr (std::is_void_v<decltype(call())>) {
+        QMetaObject::invokeMethod(window_.get(), call, Qt::BlockingQueuedConnection);
+    } else {
+        decltype(call()) result{};
+        QMetaObject::invokeMethod(
+            window_.get(), [&result, &call] { result = call(); }, Qt::BlockingQueuedConnection);
+        return result;
+    }
 }
 
 QtUserInterface::~QtUserInterface() {
@@ -33,6 +53,10 @@ void QtUserInterface::options(OptionsPort* options) {
 }
 
 void QtUserInterface::raise(WindowEvent event, const std::string& argument) {
+    if (event == WindowEvent::Timer && (dispatching_ || working_)) {
+        // The session is checked after the command anyway; a tick would only queue up.
+        return;
+    }
     pending_.emplace_back(event, argument);
     if (dispatching_ || !handler_) {
         return;
@@ -41,20 +65,55 @@ void QtUserInterface::raise(WindowEvent event, const std::string& argument) {
     while (!pending_.empty() && handler_) {
         auto [next, value] = pending_.front();
         pending_.pop_front();
-        handler_(next, value);
-        // The form view follows every command; the timer's check changes nothing, and rebuilding
-        // the view on each tick would throw away where the person clicked.
-        if (next != WindowEvent::Timer) {
+        if (next == WindowEvent::Timer) {
+            // A quick look at the session, right here; it changes nothing the views show.
+            handler_(next, value);
+            continue;
+        }
+        engineWork([this, next, value] {
+            handler_(next, value);
             if (afterCommand) {
                 afterCommand(next);
             }
-            window_->refreshForm();
+        });
+        if (next != WindowEvent::Quit) {
+            followState();
         }
     }
     dispatching_ = false;
 }
 
+bool QtUserInterface::engineWork(const std::function<void()>& work) {
+    if (working_) {
+        return false;
+    }
+    working_ = true;
+    window_->setBusy(true);
+    try {
+        BackgroundTask::run(work);
+    } catch (const std::exception& failure) {
+        // The engine catches its own failures; one that escapes it still must not end the program.
+        window_->setBusy(false);
+        working_ = false;
+        messageBox(failure.what(), msgbox::Stop, {});
+        return true;
+    }
+    window_->setBusy(false);
+    working_ = false;
+    return true;
+}
+
+void QtUserInterface::followState() {
+    window_->showFormChanged(formChanged && formChanged());
+    window_->refreshForm();
+    window_->previewFollow();
+}
+
 int QtUserInterface::messageBox(const std::string& text, int buttons, const std::string& title) {
+    return onWindow([&] { return windowMessageBox(text, buttons, title); });
+}
+
+int QtUserInterface::windowMessageBox(const std::string& text, int buttons, const std::string& title) {
     if (answerBox) {
         return answerBox(text, buttons, title);
     }
@@ -94,11 +153,14 @@ int QtUserInterface::messageBox(const std::string& text, int buttons, const std:
 }
 
 std::string QtUserInterface::mainWindowCaption() const {
-    return window_->windowTitle().toStdString();
+    return window_->caption().toStdString();
 }
 
 void QtUserInterface::processEvents() {
-    QCoreApplication::processEvents();
+    // Off the window's thread the window runs its events itself.
+    if (BackgroundTask::onWindowThread()) {
+        QCoreApplication::processEvents();
+    }
 }
 
 void QtUserInterface::waitEvents() {
@@ -110,35 +172,39 @@ void QtUserInterface::waitEvents() {
 }
 
 void QtUserInterface::mainWindowExecute(const MainWindowSetup& setup) {
-    window_->execute(setup);
+    onWindow([&] { window_->execute(setup); });
 }
 
 void QtUserInterface::wordDocDisplay(const std::string& original, const std::string& working) {
-    window_->showWordDoc(original, working);
+    onWindow([&] { window_->showWordDoc(original, working); });
 }
 
 void QtUserInterface::wordDocDisplayClear() {
-    window_->clearWordDoc();
+    onWindow([this] { window_->clearWordDoc(); });
 }
 
 void QtUserInterface::csvDocDisplay(const std::string& original, const std::string& working) {
-    window_->showCSVDoc(original, working);
+    onWindow([&] { window_->showCSVDoc(original, working); });
 }
 
 void QtUserInterface::csvDocDisplayClear() {
-    window_->clearCSVDoc();
+    onWindow([this] { window_->clearCSVDoc(); });
 }
 
 void QtUserInterface::traceDisplay(const std::string& trace) {
-    window_->showTrace(trace);
+    onWindow([&] { window_->showTrace(trace); });
 }
 
 void QtUserInterface::countsDisplay(const DocumentCounts& counts) {
-    window_->showCounts(counts);
+    onWindow([&] { window_->showCounts(counts); });
 }
 
 void QtUserInterface::progressStart(const std::string& title, int maximum) {
     stop_ = false;
+    onWindow([&] { windowProgressStart(title, maximum); });
+}
+
+void QtUserInterface::windowProgressStart(const std::string& title, int maximum) {
     if (!progress_) {
         // Parent-owned: the window deletes it when it goes first.
         progress_ = new QProgressDialog(window_.get());
@@ -159,37 +225,48 @@ void QtUserInterface::progressStart(const std::string& title, int maximum) {
 }
 
 void QtUserInterface::progressStep(int position, int maximum) {
+    onWindow([=, this] { windowProgressStep(position, maximum); });
+}
+
+void QtUserInterface::windowProgressStep(int position, int maximum) {
     if (progress_) {
         if (progress_->maximum() != maximum) {
             progress_->setMaximum(maximum);
         }
         progress_->setValue(maximum > 0 ? std::min(position, maximum) : 0);
+        if (maximum > 0) {
+            progress_->setLabelText(
+                progress_->windowTitle() +
+                QStringLiteral("\nRechnung %1 von %2").arg(std::min(position, maximum)).arg(maximum));
+        }
     }
-    QCoreApplication::processEvents();
+    processEvents();
 }
 
 void QtUserInterface::progressStop() {
-    if (progress_) {
-        progress_->hide();
-    }
-    window_->refreshForm();
+    onWindow([this] {
+        if (progress_) {
+            progress_->hide();
+        }
+    });
 }
 
 std::optional<MergeChoices> QtUserInterface::mergeChoicesDialog(OptionsPort& options) {
-    return frmMerge::ask(window_.get(), options);
+    const frmMerge::Plan plan = mergePlan ? mergePlan() : frmMerge::Plan{};
+    return onWindow([&] { return frmMerge::ask(window_.get(), options, plan); });
 }
 
 void QtUserInterface::resultListDialog(const ResultList& result) {
-    frmList::showResults(window_.get(), result);
+    onWindow([&] { frmList::showResults(window_.get(), result); });
 }
 
 std::optional<SlipChoices> QtUserInterface::slipChoicesDialog(const std::string& wordDoc) {
-    return frmESQR::ask(window_.get(), wordDoc);
+    return onWindow([&] { return frmESQR::ask(window_.get(), wordDoc); });
 }
 
 std::optional<std::string> QtUserInterface::fileNameTemplateDialog(const FileNameTemplate& owner,
                                                                    const std::string& mask) {
-    return frmFileNameTemplate::edit(window_.get(), owner, mask);
+    return onWindow([&] { return frmFileNameTemplate::edit(window_.get(), owner, mask); });
 }
 
 } // namespace wordbm

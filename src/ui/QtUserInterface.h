@@ -2,8 +2,10 @@
 
 #include "engine/ports/UserInterface.h"
 #include "engine/word/Forward.h"
+#include "ui/frmMerge.h"
 
 #include <QPointer>
+#include <atomic>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -17,7 +19,9 @@ namespace wordbm {
 class frmWordBM;
 
 // The engine's way to a person on the desktop: Qt message boxes, the main window frmWordBM and a
-// progress dialog that keeps the window responsive while a long run goes on in the engine.
+// progress dialog. The engine's commands run off the window's thread (BackgroundTask), one at a
+// time, with the window marked busy; what the engine asks of a person from there is carried over
+// to the window's thread and waited for, so every widget is only ever touched on that thread.
 class QtUserInterface : public UserInterface {
 public:
     QtUserInterface();
@@ -32,8 +36,16 @@ public:
     void options(OptionsPort* options);
     // Answers the boxes instead of a person when set (tests); gets text, buttons and title.
     std::function<int(const std::string&, int, const std::string&)> answerBox;
-    // Runs after the engine has handled a command of the window (not the timer's check).
+    // Runs after the engine has handled a command of the window (not the timer's check), still
+    // off the window's thread.
     std::function<void(WindowEvent)> afterCommand;
+    // What the merge dialog tells of the run ahead; read on the engine's thread before it shows.
+    std::function<frmMerge::Plan()> mergePlan;
+    // Whether the working form holds changes not copied back; read after every command.
+    std::function<bool()> formChanged;
+    // Runs engine work off the window's thread while the window is marked busy, and returns when
+    // it has ended. False, without running it, while other engine work is under way.
+    bool engineWork(const std::function<void()>& work);
 
     int messageBox(const std::string& text, int buttons, const std::string& title) override;
     std::string mainWindowCaption() const override;
@@ -50,7 +62,7 @@ public:
     void progressStart(const std::string& title, int maximum) override;
     void progressStep(int position, int maximum) override;
     void progressStop() override;
-    bool stopRequested() override { return stop_; }
+    bool stopRequested() override { return stop_.load(); }
     std::optional<MergeChoices> mergeChoicesDialog(OptionsPort& options) override;
     void resultListDialog(const ResultList& result) override;
     std::optional<SlipChoices> slipChoicesDialog(const std::string& wordDoc) override;
@@ -61,13 +73,22 @@ private:
     // Hands a window event to the engine; one raised while another is handled waits its turn, so
     // the engine never handles two at once.
     void raise(WindowEvent event, const std::string& argument);
+    // Brings the window's views up to the engine's state after a command.
+    void followState();
+    // Runs `call` on the window's thread and returns its result; the engine may call from a
+    // thread of its own.
+    template <typename Call> auto onWindow(Call call) -> decltype(call());
+    int windowMessageBox(const std::string& text, int buttons, const std::string& title);
+    void windowProgressStart(const std::string& title, int maximum);
+    void windowProgressStep(int position, int maximum);
 
     std::unique_ptr<frmWordBM> window_;
     WindowEventHandler handler_;
     std::deque<std::pair<WindowEvent, std::string>> pending_;
     bool dispatching_ = false;
+    bool working_ = false;
     QPointer<QProgressDialog> progress_;
-    bool stop_ = false;
+    std::atomic<bool> stop_ = false;
 };
 
 } // namespace wordbm

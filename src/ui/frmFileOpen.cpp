@@ -1,5 +1,7 @@
 #include "ui/frmFileOpen.h"
 
+#include "ui/FileDrop.h"
+
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
@@ -195,18 +197,12 @@ void frmFileOpen::chooseFile() {
 bool frmFileOpen::eventFilter(QObject* watched, QEvent* event) {
     if (watched == File_) {
         if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
-            auto* drag = static_cast<QDragMoveEvent*>(event);
-            if (drag->mimeData()->hasUrls()) {
-                drag->acceptProposedAction();
-            } else {
-                drag->ignore();
-            }
+            FileDrop::acceptCopy(static_cast<QDropEvent*>(event));
             return true;
         }
         if (event->type() == QEvent::Drop) {
             auto* drop = static_cast<QDropEvent*>(event);
-            if (drop->mimeData()->hasUrls()) {
-                drop->acceptProposedAction();
+            if (FileDrop::acceptCopy(drop)) {
                 dropFiles(droppedFiles(drop->mimeData()));
             }
             return true;

@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <string>
@@ -41,8 +42,17 @@ frmMerge::frmMerge(OptionsPort& options, QWidget* parent) : QDialog(parent), opt
     setWindowTitle(QStringLiteral("Rechnungen erstellen"));
 
     auto* layout = new QVBoxLayout(this);
+    lblPlan_ = new QLabel(this);
+    lblPlan_->setObjectName(QStringLiteral("lblPlan"));
+    lblPlan_->setWordWrap(true);
+    lblPlan_->hide();
+    layout->addWidget(lblPlan_);
     QGroupBox* fraPrint = addFrame(layout, "fraPrint", QStringLiteral("Drucken"));
     chkPrint_ = addBox(fraPrint, "chkPrint", QStringLiteral("Rechnungen drucken"));
+    lblPrinter_ = new QLabel(fraPrint);
+    lblPrinter_->setObjectName(QStringLiteral("lblPrinter"));
+    lblPrinter_->hide();
+    fraPrint->layout()->addWidget(lblPrinter_);
     QGroupBox* fraPDF = addFrame(layout, "fraPDF", QStringLiteral("Archivieren"));
     chkPDF_ = addBox(fraPDF, "chkPDF", QStringLiteral("Rechnungen PDF erstellen"));
     chkPDFA_ = addBox(fraPDF, "chkPDFA", QStringLiteral("PDF/A Format"));
@@ -69,6 +79,7 @@ frmMerge::frmMerge(OptionsPort& options, QWidget* parent) : QDialog(parent), opt
     connect(chkPDF_, &QCheckBox::toggled, this, &frmMerge::onPDF);
     connect(chkWordClose_, &QCheckBox::toggled, this, &frmMerge::onWordClose);
     connect(chkDelete_, &QCheckBox::toggled, this, &frmMerge::onDelete);
+    connect(chkPrint_, &QCheckBox::toggled, this, &frmMerge::onPrint);
     connect(btnStd, &QPushButton::clicked, this, &frmMerge::applyStandard);
     connect(btnDone, &QPushButton::clicked, this, &frmMerge::confirm);
     connect(btnCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -76,8 +87,9 @@ frmMerge::frmMerge(OptionsPort& options, QWidget* parent) : QDialog(parent), opt
     load();
 }
 
-std::optional<MergeChoices> frmMerge::ask(QWidget* parent, OptionsPort& options) {
+std::optional<MergeChoices> frmMerge::ask(QWidget* parent, OptionsPort& options, const Plan& plan) {
     frmMerge dialog(options, parent);
+    dialog.showPlan(plan);
     dialog.exec();
     if (dialog.cancelled()) {
         return std::nullopt;
@@ -101,6 +113,18 @@ void frmMerge::load() {
         onWordClose();
     }
     chkDelete_->setChecked(false);
+}
+
+void frmMerge::showPlan(const Plan& plan) {
+    lblPlan_->setText(plan.run);
+    lblPlan_->setVisible(!plan.run.isEmpty());
+    lblPrinter_->setText(plan.printer);
+    onPrint();
+}
+
+// The printer is named where it matters: when the invoices go to it.
+void frmMerge::onPrint() {
+    lblPrinter_->setVisible(chkPrint_->isChecked() && !lblPrinter_->text().isEmpty());
 }
 
 void frmMerge::applyStandard() {

@@ -6,6 +6,7 @@
 #include <optional>
 
 class QCheckBox;
+class QLabel;
 class QPushButton;
 
 namespace wordbm {
@@ -17,10 +18,17 @@ class OptionsPort;
 class frmMerge : public QDialog {
     Q_OBJECT
 public:
+    // What the run is about to do, shown above the choices; empty parts are not shown.
+    struct Plan {
+        QString run;     // how many invoices, into which folder
+        QString printer; // the printer a ticked "Rechnungen drucken" prints on
+    };
+
     frmMerge(OptionsPort& options, QWidget* parent = nullptr);
 
     // Shows the dialog modally; the choices when confirmed (and stored), nullopt when cancelled.
-    static std::optional<MergeChoices> ask(QWidget* parent, OptionsPort& options);
+    static std::optional<MergeChoices> ask(QWidget* parent, OptionsPort& options, const Plan& plan = {});
+    void showPlan(const Plan& plan);
 
     // The stored text: "Print=1;PDF=1;PDFA=1;Close=1;WordClose=0".
     static constexpr const char* OptionKey = "Options";
@@ -37,6 +45,7 @@ private:
     void onPDF();
     void onWordClose();
     void onDelete();
+    void onPrint();
 
     OptionsPort& options_;
     bool cancelled_ = true;
@@ -46,6 +55,8 @@ private:
     QCheckBox* chkClose_ = nullptr;
     QCheckBox* chkDelete_ = nullptr;
     QCheckBox* chkWordClose_ = nullptr;
+    QLabel* lblPlan_ = nullptr;
+    QLabel* lblPrinter_ = nullptr;
 };
 
 } // namespace wordbm

@@ -3,8 +3,10 @@
 #include "support/Folders.h"
 
 #include <QCheckBox>
+#include <QCollator>
 #include <QDir>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -16,6 +18,10 @@ frmTemplateLoad::frmTemplateLoad(const std::string& suiteFolder, QWidget* parent
     setObjectName(QStringLiteral("frmTemplateLoad"));
     setWindowTitle(QStringLiteral("Vorlage laden"));
     auto* layout = new QVBoxLayout(this);
+    lblFolder_ = new QLabel(this);
+    lblFolder_->setObjectName(QStringLiteral("lblFolder"));
+    lblFolder_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(lblFolder_);
     lstTemplate_ = new QListWidget(this);
     lstTemplate_->setObjectName(QStringLiteral("lstTemplate"));
     layout->addWidget(lstTemplate_, 1);
@@ -59,9 +65,17 @@ void frmTemplateLoad::fill() {
     lstTemplate_->clear();
     lstTemplate_->addItem(QStringLiteral("(leer - ohne Vorlage)"));
     const QDir folder(QString::fromStdString(formsFolder(suiteFolder_, chkSerial_->isChecked())));
-    // Unsorted: the order of the directory listing. Name filters ignore letter case, as on Windows.
-    const QFileInfoList forms =
+    lblFolder_->setText(QStringLiteral("Formulare in ") + QDir::toNativeSeparators(folder.absolutePath()));
+    // Name filters ignore letter case, as on Windows. A Linux listing comes in no order a person
+    // would see, so the forms are sorted as a person sorts: "Mahnung 2" before "Mahnung 10".
+    QFileInfoList forms =
         folder.entryInfoList({QStringLiteral("*.doc?")}, QDir::Files | QDir::Hidden, QDir::Unsorted);
+    QCollator collator(QLocale(QLocale::German, QLocale::Switzerland));
+    collator.setNumericMode(true);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    std::sort(forms.begin(), forms.end(), [&collator](const QFileInfo& a, const QFileInfo& b) {
+        return collator.compare(a.fileName(), b.fileName()) < 0;
+    });
     for (const QFileInfo& form : forms) {
         auto* item = new QListWidgetItem(form.fileName(), lstTemplate_);
         item->setData(Qt::UserRole, form.absoluteFilePath());

@@ -5,6 +5,7 @@
 #include <string>
 
 class QCheckBox;
+class QLabel;
 class QListWidget;
 
 namespace wordbm {
@@ -27,7 +28,8 @@ public:
     bool cancelled() const { return cancelled_; }
     // The chosen entry's full path; "" for the first entry or when none is chosen.
     std::string Template() const;
-    // Refills lstTemplate for the state of chkSerial.
+    // Refills lstTemplate for the state of chkSerial, sorted by name as a person sorts (numbers
+    // by their value), and says in lblFolder which folder it lists.
     void fill();
     // btnOk (and a double click in the list).
     void confirm();
@@ -35,6 +37,7 @@ public:
 private:
     std::string suiteFolder_;
     bool cancelled_ = true;
+    QLabel* lblFolder_ = nullptr;
     QListWidget* lstTemplate_ = nullptr;
     QCheckBox* chkSerial_ = nullptr;
 };

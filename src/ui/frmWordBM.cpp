@@ -5,6 +5,7 @@
 #include "engine/word/Document.h"
 #include "engine/word/WordConstants.h"
 #include "support/Folders.h"
+#include "ui/FileDrop.h"
 #include "ui/FormView.h"
 #include "ui/PagePreview.h"
 #include "ui/frmFileOpen.h"
@@ -26,11 +27,13 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace wordbm {
 
@@ -54,6 +57,11 @@ QString fromStd(const std::string& text) {
     return QString::fromStdString(text);
 }
 
+// A caption as it reads, without the mark of its mnemonic.
+QString plain(const QString& caption) {
+    return QString(caption).remove(QLatin1Char('&'));
+}
+
 } // namespace
 
 frmWordBM::frmWordBM(QWidget* parent) : QWidget(parent) {
@@ -65,42 +73,48 @@ frmWordBM::frmWordBM(QWidget* parent) : QWidget(parent) {
 }
 
 void frmWordBM::build() {
-    setWindowTitle(QStringLiteral("WordBM"));
+    caption_ = QStringLiteral("WordBM");
+    showTitle();
     setWindowIcon(QIcon::fromTheme(QStringLiteral("wordbm")));
 
     auto* paths = new QGridLayout;
-    lblWordDoc_ = new QLabel(WordCaption, this);
+    // Every caption has a mnemonic of its own among what is in view at the same time; the two
+    // pages of tabOptions share letters, since only one of them is ever in view.
+    lblWordDoc_ = new QLabel(QStringLiteral("&Word-Rechnungsformular"), this);
     lblWordDoc_->setObjectName(QStringLiteral("lblWordDoc"));
     txtWordDoc_ = new QLineEdit(this);
     txtWordDoc_->setObjectName(QStringLiteral("txtWordDoc"));
-    lblCSVDoc_ = new QLabel(CSVCaption, this);
+    lblWordDoc_->setBuddy(txtWordDoc_);
+    lblCSVDoc_ = new QLabel(QStringLiteral("Rechnungs-&Steuerdatei"), this);
     lblCSVDoc_->setObjectName(QStringLiteral("lblCSVDoc"));
     txtCSVDoc_ = new QLineEdit(this);
     txtCSVDoc_->setObjectName(QStringLiteral("txtCSVDoc"));
+    lblCSVDoc_->setBuddy(txtCSVDoc_);
     // The tooltips come from the labels' captions, as the window's design asks.
     btnWordDocOpen_ =
-        button(this, "btnWordDocOpen", QStringLiteral("Öffnen…"), lblWordDoc_->text() + " auswählen");
-    btnWordDocClose_ =
-        button(this, "btnWordDocClose", QStringLiteral("Schliessen"), lblWordDoc_->text() + " schliessen");
+        button(this, "btnWordDocOpen", QStringLiteral("Öffn&en…"), plain(lblWordDoc_->text()) + " auswählen");
+    btnWordDocClose_ = button(this, "btnWordDocClose", QStringLiteral("Sc&hliessen"),
+                              plain(lblWordDoc_->text()) + " schliessen");
     btnWordDocShow_ =
-        button(this, "btnWordDocShow", QStringLiteral("Ordner"), QStringLiteral("Im Ordner zeigen"));
-    btnWordDocCopy_ = button(this, "btnWordDocCopy", QStringLiteral("Zurückkopieren"),
+        button(this, "btnWordDocShow", QStringLiteral("&Ordner"), QStringLiteral("Im Ordner zeigen"));
+    btnWordDocCopy_ = button(this, "btnWordDocCopy", QStringLiteral("&Zurückkopieren"),
                              QStringLiteral("Arbeitskopie über das Original kopieren"));
-    btnWordDocNew_ = button(this, "btnWordDocNew", QStringLiteral("Neu…"),
+    btnWordDocNew_ = button(this, "btnWordDocNew", QStringLiteral("&Neu…"),
                             QStringLiteral("Neues Word-Rechnungsformular mit Einzahlungsschein erstellen"));
-    btnWordTemplate_ = button(this, "btnWordTemplate", QStringLiteral("Aus Vorlage…"),
+    btnWordTemplate_ = button(this, "btnWordTemplate", QStringLiteral("Aus Vor&lage…"),
                               QStringLiteral("Neues Word-Rechnungsformular aus einer Vorlage erstellen"));
     btnCSVDocOpen_ =
-        button(this, "btnCSVDocOpen", QStringLiteral("Öffnen…"), lblCSVDoc_->text() + " auswählen");
-    btnCSVDocClose_ =
-        button(this, "btnCSVDocClose", QStringLiteral("Schliessen"), lblCSVDoc_->text() + " schliessen");
+        button(this, "btnCSVDocOpen", QStringLiteral("Ö&ffnen…"), plain(lblCSVDoc_->text()) + " auswählen");
+    btnCSVDocClose_ = button(this, "btnCSVDocClose", QStringLiteral("Schl&iessen"),
+                             plain(lblCSVDoc_->text()) + " schliessen");
     btnCSVDocShow_ =
-        button(this, "btnCSVDocShow", QStringLiteral("Ordner"), QStringLiteral("Im Ordner zeigen"));
-    auto* lblTemplate = new QLabel(QStringLiteral("Dateinamen-Vorlage"), this);
+        button(this, "btnCSVDocShow", QStringLiteral("Or&dner"), QStringLiteral("Im Ordner zeigen"));
+    auto* lblTemplate = new QLabel(QStringLiteral("Dateinamen-&Vorlage"), this);
     lblTemplate->setObjectName(QStringLiteral("lblTemplate"));
     txtTemplate_ = new QLineEdit(this);
     txtTemplate_->setObjectName(QStringLiteral("txtTemplate"));
-    btnTemplate_ = button(this, "btnTemplate", QStringLiteral("Bearbeiten…"),
+    lblTemplate->setBuddy(txtTemplate_);
+    btnTemplate_ = button(this, "btnTemplate", QStringLiteral("&Bearbeiten…"),
                           QStringLiteral("Dateinamen-Vorlage bearbeiten"));
 
     auto* wordButtons = new QHBoxLayout;
@@ -132,28 +146,29 @@ void frmWordBM::build() {
     fraEdit_->setObjectName(QStringLiteral("fraEdit"));
     fraMerge_ = new QGroupBox(QStringLiteral("Rechnungslauf"));
     fraMerge_->setObjectName(QStringLiteral("fraMerge"));
-    tabOptions_->addTab(fraEdit_, QStringLiteral("Formular"));
-    tabOptions_->addTab(fraMerge_, QStringLiteral("Serienbrief"));
+    tabOptions_->addTab(fraEdit_, QStringLiteral("For&mular"));
+    tabOptions_->addTab(fraMerge_, QStringLiteral("Se&rienbrief"));
 
     cbxFields_ = new QComboBox(fraEdit_);
     cbxFields_->setObjectName(QStringLiteral("cbxFields"));
     cbxFields_->setToolTip(QStringLiteral("Exportfeld für die neue Textmarke"));
-    btnInsert_ = button(fraEdit_, "btnInsert", QStringLiteral("Einfügen"),
+    btnInsert_ = button(fraEdit_, "btnInsert", QStringLiteral("Einfü&gen"),
                         QStringLiteral("Textmarke an der Cursorposition einfügen"));
     auto* lblInsert =
-        new QLabel(QStringLiteral("Textmarke für das gewählte Feld an der Cursorposition"), fraEdit_);
+        new QLabel(QStringLiteral("Te&xtmarke für das gewählte Feld an der Cursorposition"), fraEdit_);
     lblInsert->setObjectName(QStringLiteral("lblInsert"));
-    btnReplace_ = button(fraEdit_, "btnReplace", QStringLiteral("Seriendruckfelder ersetzen"),
+    lblInsert->setBuddy(cbxFields_);
+    btnReplace_ = button(fraEdit_, "btnReplace", QStringLiteral("Seriendru&ckfelder ersetzen"),
                          QStringLiteral("Seriendruckfelder in Textmarken umwandeln"));
-    btnVerify_ =
-        button(fraEdit_, "btnVerify", QStringLiteral("Prüfen"), QStringLiteral("Textmarken sichtbar machen"));
-    btnAnalyze_ = button(fraEdit_, "btnAnalyze", QStringLiteral("Analysieren"),
+    btnVerify_ = button(fraEdit_, "btnVerify", QStringLiteral("&Prüfen"),
+                        QStringLiteral("Textmarken sichtbar machen"));
+    btnAnalyze_ = button(fraEdit_, "btnAnalyze", QStringLiteral("&Analysieren"),
                          QStringLiteral("Textmarken und Seriendruckfelder zählen"));
-    btnReset_ = button(fraEdit_, "btnReset", QStringLiteral("Zurücksetzen"),
+    btnReset_ = button(fraEdit_, "btnReset", QStringLiteral("Zur&ücksetzen"),
                        QStringLiteral("Seriendruckfelder löschen"));
     auto* lblReset = new QLabel(QStringLiteral("Löscht die bekannten Seriendruckfelder"), fraEdit_);
     lblReset->setObjectName(QStringLiteral("lblReset"));
-    btnInsertESQR_ = button(fraEdit_, "btnInsertESQR", QStringLiteral("QR-Einzahlungsschein…"),
+    btnInsertESQR_ = button(fraEdit_, "btnInsertESQR", QStringLiteral("&QR-Einzahlungsschein…"),
                             QStringLiteral("QR-Zahlteil in das Formular einfügen"));
     auto* edit = new QGridLayout(fraEdit_);
     edit->addWidget(cbxFields_, 0, 0);
@@ -167,10 +182,10 @@ void frmWordBM::build() {
     edit->addWidget(btnInsertESQR_, 5, 0, 1, 2);
     edit->setRowStretch(6, 1);
 
-    btnMerge_ = button(fraMerge_, "btnMerge", QStringLiteral("Serienbrief erstellen…"),
-                       QStringLiteral("Eine Rechnung pro Zeile der Steuerdatei erstellen"));
-    btnTest_ = button(fraMerge_, "btnTest", QStringLiteral("Test"),
-                      QStringLiteral("Nur die Dateinamen der Rechnungen auflisten"));
+    btnMerge_ = button(fraMerge_, "btnMerge", QStringLiteral("Rechnun&gen erstellen…"),
+                       QStringLiteral("Eine Rechnung pro Zeile der Steuerdatei erstellen (Strg+M)"));
+    btnTest_ = button(fraMerge_, "btnTest", QStringLiteral("D&ateinamen testen"),
+                      QStringLiteral("Nur die Dateinamen der Rechnungen auflisten (Strg+T)"));
     auto* merge = new QVBoxLayout(fraMerge_);
     merge->addWidget(btnMerge_);
     merge->addWidget(btnTest_);
@@ -195,11 +210,11 @@ void frmWordBM::build() {
     // The form as text (where a click places the cursor) and page 1 as the printer would show it.
     tabView_ = new QTabWidget(this);
     tabView_->setObjectName(QStringLiteral("tabView"));
-    tabView_->addTab(txtForm_, QStringLiteral("Text"));
+    tabView_->addTab(txtForm_, QStringLiteral("&Text"));
     preview_ = new PagePreview(tabView_);
     preview_->setExport(PagePreview::Source::Form,
                         [this](const std::string& pdf) { return exportForm(pdf); });
-    tabView_->addTab(preview_, QStringLiteral("Vorschau"));
+    tabView_->addTab(preview_, QStringLiteral("Vorscha&u"));
     auto* splitter = new QSplitter(this);
     splitter->addWidget(left);
     splitter->addWidget(tabView_);
@@ -235,7 +250,16 @@ void frmWordBM::build() {
     connect(btnReset_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Reset); });
     connect(btnInsertESQR_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::ESQRgo); });
     connect(btnMerge_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Merge); });
-    connect(btnTest_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::Test); });
+    connect(btnTest_, &QPushButton::clicked, this, [this] {
+        if (txtWordDoc_->text().isEmpty()) {
+            // The names are tested on the open form; without one the run would end unseen.
+            informationBox(QStringLiteral("Der Test braucht ein Word-Rechnungsformular: die Dateinamen "
+                                          "entstehen aus der Maske mit dem Formular und der Steuerdatei.\n"
+                                          "Bitte zuerst ein Word-Rechnungsformular öffnen."));
+            return;
+        }
+        emitEvent(WindowEvent::Test);
+    });
     connect(btnWordDocCopy_, &QPushButton::clicked, this, [this] { emitEvent(WindowEvent::WordCopy); });
     connect(btnWordDocOpen_, &QPushButton::clicked, this, [this] { chooseWordDoc(); });
     connect(btnCSVDocOpen_, &QPushButton::clicked, this, [this] { chooseCSVDoc(); });
@@ -254,12 +278,79 @@ void frmWordBM::build() {
         }
     });
 
+    addShortcuts();
+    tabOrder();
+
     // A word processor closed by hand must be noticed; the engine checks on every tick.
     Timer1_ = new QTimer(this);
     Timer1_->setObjectName(QStringLiteral("Timer1"));
     Timer1_->setInterval(2000);
     connect(Timer1_, &QTimer::timeout, this, [this] { emitEvent(WindowEvent::Timer); });
+    // Short commands end before a pointer change would be seen; only longer work shows it.
+    busyPointer_ = new QTimer(this);
+    busyPointer_->setSingleShot(true);
+    busyPointer_->setInterval(150);
+    connect(busyPointer_, &QTimer::timeout, this, [this] { setCursor(Qt::BusyCursor); });
+    connect(tabView_, &QTabWidget::currentChanged, this, [this] {
+        if (previewStale_ && previewInView()) {
+            previewFollow();
+        }
+    });
     resize(1000, 680);
+}
+
+void frmWordBM::addShortcuts() {
+    // The frequent commands; a command that cannot run now is not started.
+    const auto shortcut = [this](const QKeySequence& keys, const std::function<void()>& action) {
+        auto* result = new QShortcut(keys, this);
+        connect(result, &QShortcut::activated, this, [this, action] {
+            // Keys reach a shortcut past the busy window's filter; the work ends first.
+            if (!busy_) {
+                action();
+            }
+        });
+    };
+    const auto press = [](QPushButton* target) {
+        if (target->isEnabled()) {
+            target->click();
+        }
+    };
+    shortcut(QKeySequence::Open, [this, press] { press(btnWordDocOpen_); });
+    shortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), [this, press] { press(btnCSVDocOpen_); });
+    shortcut(QKeySequence(Qt::CTRL | Qt::Key_M), [this, press] {
+        tabOptions_->setCurrentWidget(fraMerge_);
+        press(btnMerge_);
+    });
+    shortcut(QKeySequence(Qt::CTRL | Qt::Key_T), [this, press] {
+        tabOptions_->setCurrentWidget(fraMerge_);
+        press(btnTest_);
+    });
+    shortcut(QKeySequence(Qt::Key_F5), [this] {
+        if (tabView_->currentWidget() == preview_) {
+            preview_->render();
+            return;
+        }
+        previewStale_ = true; // drawn as it comes into view
+        tabView_->setCurrentWidget(preview_);
+    });
+    tabView_->setTabToolTip(1, QStringLiteral("Seite 1 darstellen (F5)"));
+}
+
+void frmWordBM::tabOrder() {
+    // As the window reads, row by row; the text view comes right after the field list, so that
+    // the place for a new bookmark is chosen before it is inserted.
+    const QList<QWidget*> order = {
+        txtWordDoc_,      btnWordDocOpen_, btnWordDocClose_, btnWordDocShow_, btnWordDocCopy_, btnWordDocNew_,
+        btnWordTemplate_, txtCSVDoc_,      btnCSVDocOpen_,   btnCSVDocClose_, btnCSVDocShow_,  txtTemplate_,
+        btnTemplate_,     tabOptions_,     cbxFields_,       txtForm_,        btnInsert_,      btnReplace_,
+        btnVerify_,       btnAnalyze_,     btnReset_,        btnInsertESQR_,  btnMerge_,       btnTest_,
+        txtTrace_,        tabView_};
+    for (qsizetype i = 1; i < order.size(); ++i) {
+        setTabOrder(order[i - 1], order[i]);
+    }
+    // Tab leaves the two text views instead of staying in them.
+    txtForm_->setTabChangesFocus(true);
+    txtTrace_->setTabChangesFocus(true);
 }
 
 void frmWordBM::updateEnabled() {
@@ -274,6 +365,10 @@ void frmWordBM::updateEnabled() {
     btnWordDocOpen_->setEnabled(true);
     btnWordDocClose_->setEnabled(word);
     btnCSVDocClose_->setEnabled(csv);
+    // Without a path there is no folder to show, and no working copy to bring back.
+    btnWordDocShow_->setEnabled(word);
+    btnWordDocCopy_->setEnabled(word);
+    btnCSVDocShow_->setEnabled(csv);
 }
 
 void frmWordBM::emitEvent(WindowEvent event, const std::string& argument) {
@@ -341,6 +436,9 @@ void frmWordBM::showWordDoc(const std::string& original, const std::string& work
     txtWordDoc_->setText(fromStd(original));
     txtWordDoc_->setToolTip(QStringLiteral("Arbeitskopie: ") + fromStd(working));
     lastWordDoc_ = txtWordDoc_->text();
+    txtTrace_->clear();
+    lblCounts_->clear();
+    showTitle();
     updateEnabled();
     refreshForm();
 }
@@ -351,6 +449,11 @@ void frmWordBM::clearWordDoc() {
     txtWordDoc_->setToolTip({});
     lastWordDoc_.clear();
     txtForm_->showDocument(nullptr);
+    // What was counted and traced belonged to the form that is gone.
+    txtTrace_->clear();
+    lblCounts_->clear();
+    formChanged_ = false;
+    showTitle();
     updateEnabled();
 }
 
@@ -385,6 +488,51 @@ void frmWordBM::showCounts(const DocumentCounts& counts) {
                             .arg(counts.bookmarksKnown)
                             .arg(counts.mergeFieldsTotal)
                             .arg(counts.mergeFieldsKnown));
+}
+
+void frmWordBM::showTitle() {
+    // The form's name first, as desktop programs show the file they work on; "[*]" is where Qt
+    // puts the changed-mark.
+    const QString form = QFileInfo(txtWordDoc_ ? txtWordDoc_->text() : QString()).fileName();
+    setWindowTitle(form.isEmpty() ? caption_ : form + QStringLiteral("[*] – ") + caption_);
+    setWindowModified(formChanged_ && !form.isEmpty());
+}
+
+void frmWordBM::showFormChanged(bool changed) {
+    formChanged_ = changed;
+    showTitle();
+}
+
+void frmWordBM::setBusy(bool busy) {
+    if (busy == busy_) {
+        return;
+    }
+    busy_ = busy;
+    if (busy) {
+        // Input to this window is held back at the application, so the window looks the same
+        // for a command that ends at once; the boxes and dialogs of the work are windows of
+        // their own and still answer.
+        qApp->installEventFilter(this);
+        busyPointer_->start();
+    } else {
+        qApp->removeEventFilter(this);
+        busyPointer_->stop();
+        unsetCursor();
+        if (std::exchange(closeWanted_, false)) {
+            QTimer::singleShot(0, this, [this] { close(); });
+        }
+    }
+}
+
+bool frmWordBM::previewInView() const {
+    return isVisible() && tabView_->currentWidget() == preview_;
+}
+
+void frmWordBM::previewFollow() {
+    previewStale_ = !previewInView();
+    if (!previewStale_) {
+        preview_->render();
+    }
 }
 
 void frmWordBM::refreshForm() {
@@ -449,16 +597,44 @@ bool frmWordBM::dropOnCSVDoc(const QStringList& paths) {
     return dropOn(txtCSVDoc_, paths, CSVPatterns, QChar(','));
 }
 
+namespace {
+
+bool isInput(QEvent::Type type) {
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Wheel:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
 bool frmWordBM::eventFilter(QObject* watched, QEvent* event) {
+    if (busy_ && isInput(event->type()) && watched->isWidgetType() &&
+        static_cast<QWidget*>(watched)->window() == this) {
+        return true;
+    }
     if (watched == txtWordDoc_ || watched == txtCSVDoc_) {
         if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
-            auto* drag = static_cast<QDropEvent*>(event);
-            if (drag->mimeData()->hasUrls()) {
-                drag->acceptProposedAction();
+            FileDrop::acceptCopy(static_cast<QDropEvent*>(event));
+            return true;
+        }
+        if (event->type() == QEvent::Drop) {
+            auto* drop = static_cast<QDropEvent*>(event);
+            if (!FileDrop::acceptCopy(drop)) {
                 return true;
             }
-        } else if (event->type() == QEvent::Drop) {
-            auto* drop = static_cast<QDropEvent*>(event);
             QStringList paths;
             for (const QUrl& url : drop->mimeData()->urls()) {
                 paths << url.toLocalFile();
@@ -468,7 +644,6 @@ bool frmWordBM::eventFilter(QObject* watched, QEvent* event) {
             } else {
                 dropOnCSVDoc(paths);
             }
-            drop->acceptProposedAction();
             return true;
         }
     }
@@ -505,6 +680,9 @@ void frmWordBM::newForm(bool withSlip) {
         return;
     }
     const QString target = dialog.selectedFiles().front();
+    if (changesSettled && !changesSettled()) {
+        return;
+    }
     if (options_) {
         options_->set("DOCOpen", QFileInfo(target).absolutePath().toStdString());
     }
@@ -522,9 +700,16 @@ void frmWordBM::newForm(bool withSlip) {
 }
 
 void frmWordBM::closeEvent(QCloseEvent* event) {
+    if (busy_) {
+        // The work ends first (a long run's progress dialog offers to stop it); the window
+        // closes after it.
+        closeWanted_ = true;
+        event->ignore();
+        return;
+    }
     // The engine decides when the program ends; the window stays until it has quit.
     emitEvent(WindowEvent::Quit);
-    event->accept();
+    event->setAccepted(!(quitRefused && quitRefused()));
 }
 
 } // namespace wordbm

@@ -54,6 +54,17 @@ public:
     void showCounts(const DocumentCounts& counts);
     // Rereads the working form into the form view.
     void refreshForm();
+    // The window's own caption, without the form's name; the engine's boxes take it as title.
+    QString caption() const { return caption_; }
+    // Marks the title while the working form holds changes not copied back to the original.
+    void showFormChanged(bool changed);
+    // While engine work runs: the window takes no input (boxes and dialogs still do), and after
+    // a moment shows the busy pointer. Closing it waits for the work, then closes.
+    void setBusy(bool busy);
+    bool busy() const { return busy_; }
+    // The preview no longer shows the state: redrawn now when it is in view, else when it comes
+    // into view.
+    void previewFollow();
     // Renders page 1 of the preview's choice (the working form's current state, or invoice 1)
     // through the office worker; false (the reason shown in the preview) when it cannot be rendered.
     bool renderPreview();
@@ -81,6 +92,11 @@ public:
     std::function<void(const std::string& mask)> templateChanged;
     // Shows the two paths' folders ("Ordner"); tests replace its launchers.
     FileManager& fileManager() { return fileManager_; }
+    // Asked before a new form replaces the open one: what becomes of the open form's changes.
+    // False when the person cancels. Unset, nothing is asked.
+    std::function<bool()> changesSettled;
+    // Asked after the window raised Quit: true while the program goes on (the person cancelled).
+    std::function<bool()> quitRefused;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -97,6 +113,10 @@ private:
     void newForm(bool withSlip);
     std::string exportForm(const std::string& pdfPath);
     void insertField();
+    void showTitle();
+    void addShortcuts();
+    void tabOrder();
+    bool previewInView() const;
 
     Raise raise_;
     DocumentSource documentSource_;
@@ -136,6 +156,13 @@ private:
     QTabWidget* tabView_ = nullptr;
     PagePreview* preview_ = nullptr;
     QTimer* Timer1_ = nullptr;
+    QTimer* busyPointer_ = nullptr;
+
+    QString caption_;
+    bool formChanged_ = false;
+    bool busy_ = false;
+    bool previewStale_ = false;
+    bool closeWanted_ = false;
 
     // The last paths raised, so an unchanged box raises nothing when editing ends.
     QString lastWordDoc_;

@@ -1,19 +1,25 @@
 // Writes a picture of every dialog under the screenshot folder, for a person to look at, and checks
 // that no caption is cut short.
 #include "DialogTestHelper.h"
+#include "ui/GermanQtTexts.h"
+#include "ui/QtUserInterface.h"
 #include "ui/frmESQR.h"
 #include "ui/frmFileNameTemplate.h"
 #include "ui/frmFileOpen.h"
 #include "ui/frmList.h"
 #include "ui/frmMerge.h"
 #include "ui/frmTemplateLoad.h"
+#include "ui/frmWordBM.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QFileDialog>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMessageBox>
+#include <QProgressDialog>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <memory>
@@ -26,6 +32,42 @@ private slots:
     void initTestCase() {
         folder_ = dialogtest::screenshotFolder();
         QVERIFY(QDir(folder_).exists());
+        // As the program does: Qt's own buttons and dialogs in German.
+        QVERIFY(GermanQtTexts::install());
+    }
+
+    void question() {
+        QMessageBox box(
+            QMessageBox::Question, QStringLiteral("Änderungen nicht zurückkopiert"),
+            QStringLiteral("Das Word-Rechnungsformular wurde geändert, die Änderungen sind nur in "
+                           "der Arbeitsdatei.\n\nÄnderungen ins Original zurückkopieren?"),
+            QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        QCOMPARE(box.button(QMessageBox::No)->text().remove(QLatin1Char('&')), QStringLiteral("Nein"));
+        shoot(box, "question");
+    }
+
+    void fileChooser() {
+        QTemporaryDir folder;
+        QFile form(folder.filePath(QStringLiteral("Rechnung.docx")));
+        QVERIFY(form.open(QIODevice::WriteOnly));
+        form.close();
+        // Qt's own dialog, as on a desktop without a file-dialog service of its own.
+        QFileDialog dialog(nullptr, QStringLiteral("Word Datei auswählen"), folder.path(),
+                           QStringLiteral("Word Datei (*.docx *.docm);;Alle Dateien (*.*)"));
+        dialog.setOption(QFileDialog::DontUseNativeDialog);
+        dialog.resize(720, 420);
+        shoot(dialog, "file-dialog", false);
+    }
+
+    void progress() {
+        QtUserInterface ui;
+        ui.progressStart("Rechnungen erstellen", 120);
+        ui.progressStep(7, 120);
+        auto* dialog = ui.window().findChild<QProgressDialog*>(QStringLiteral("progress"));
+        QVERIFY(dialog);
+        QVERIFY(dialog->labelText().contains(QStringLiteral("Rechnung 7 von 120")));
+        shoot(*dialog, "progress");
+        ui.progressStop();
     }
 
     void mergeDialog() {
@@ -106,10 +148,13 @@ private:
         }
     }
 
-    void shoot(QWidget& dialog, const char* name) {
+    // A dialog of Qt's own is not checked for clipping: its layout is Qt's.
+    void shoot(QWidget& dialog, const char* name, bool ours = true) {
         dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        verifyNothingClipped(dialog);
+        if (ours) {
+            verifyNothingClipped(dialog);
+        }
         const QImage picture = dialog.grab().toImage();
         QVERIFY(!picture.isNull());
         const QString path = folder_ + QLatin1Char('/') + QString::fromLatin1(name) + QStringLiteral(".png");

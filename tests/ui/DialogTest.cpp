@@ -458,12 +458,16 @@ private slots:
                 urls << QUrl::fromLocalFile(path);
             }
             data.setUrls(urls);
-            // Qt delivers a drop only to the widget that accepted the drag's entry.
-            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            // Qt delivers a drop only to the widget that accepted the drag's entry. Shift held: the
+            // file manager proposes a move, and is answered with a copy all the same.
+            const Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction;
+            QDragEnterEvent enter(QPoint(5, 5), offered, &data, Qt::LeftButton, Qt::ShiftModifier);
             QCoreApplication::sendEvent(field, &enter);
             QVERIFY(enter.isAccepted());
-            QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QCOMPARE(enter.dropAction(), Qt::CopyAction);
+            QDropEvent event(QPointF(5, 5), offered, &data, Qt::LeftButton, Qt::ShiftModifier);
             QCoreApplication::sendEvent(field, &event);
+            QCOMPARE(event.dropAction(), Qt::CopyAction);
         };
         drop({"/a.csv", "/b.csv"});
         QCOMPARE(shown, QStringList{"Maximal eine Datei!"});
@@ -510,21 +514,24 @@ private slots:
         QVERIFY(suite.isValid());
         const std::filesystem::path root = suite.path().toStdString();
         std::filesystem::create_directories(root / "billingforms" / "wsb");
-        for (const auto* name : {"billingforms/Rechnung.docx", "billingforms/Mahnung.DOCM",
-                                 "billingforms/notiz.txt", "billingforms/wsb/Serienbrief.docx"}) {
+        for (const auto* name :
+             {"billingforms/Rechnung.docx", "billingforms/Mahnung 10.DOCM", "billingforms/mahnung 2.docx",
+              "billingforms/Mahnung 1.docx", "billingforms/notiz.txt", "billingforms/wsb/Serienbrief.docx"}) {
             QFile file(QString::fromStdString((root / name).string()));
             QVERIFY(file.open(QIODevice::WriteOnly));
         }
         frmTemplateLoad dialog(root.string());
         auto* list = child<QListWidget>(&dialog, "lstTemplate");
-        QStringList items = itemsOf(list);
-        QCOMPARE(items.takeFirst(), QStringLiteral("(leer - ohne Vorlage)"));
-        items.sort();
-        QCOMPARE(items, QStringList({"Mahnung.DOCM", "Rechnung.docx"}));
+        // As a person sorts: numbers by their value, letter case aside.
+        QCOMPARE(itemsOf(list), QStringList({"(leer - ohne Vorlage)", "Mahnung 1.docx", "mahnung 2.docx",
+                                             "Mahnung 10.DOCM", "Rechnung.docx"}));
         QCOMPARE(dialog.Template(), std::string()); // the empty entry
+        QCOMPARE(child<QLabel>(&dialog, "lblFolder")->text(),
+                 QStringLiteral("Formulare in ") + QString::fromStdString((root / "billingforms").string()));
 
         child<QCheckBox>(&dialog, "chkSerial")->click();
         QCOMPARE(itemsOf(list), QStringList({"(leer - ohne Vorlage)", "Serienbrief.docx"}));
+        QVERIFY(child<QLabel>(&dialog, "lblFolder")->text().endsWith(QStringLiteral("/billingforms/wsb")));
         list->setCurrentRow(1);
         child<QPushButton>(&dialog, "btnOk")->click();
         QVERIFY(!dialog.cancelled());

@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QThread>
 #include <QtTest>
 #include <vector>
 
@@ -95,6 +96,8 @@ private slots:
         ui.progressStop();
     }
 
+    void commandsRunOffTheWindowsThread();
+
     void eventsOneAtATime() {
         QtUserInterface ui;
         std::vector<WindowEvent> handled;
@@ -105,18 +108,68 @@ private slots:
             deepest = std::max(deepest, depth);
             handled.push_back(event);
             if (event == WindowEvent::Analyze) {
-                // A click that arrives while the engine is busy waits for its turn.
-                ui.window().findChild<QPushButton*>(QStringLiteral("btnTest"))->setEnabled(true);
-                ui.window().findChild<QPushButton*>(QStringLiteral("btnTest"))->click();
+                // A click that arrives on the window while the engine is busy waits for its turn.
+                QMetaObject::invokeMethod(
+                    &ui.window(),
+                    [&ui] {
+                        ui.window().findChild<QPushButton*>(QStringLiteral("btnReplace"))->setEnabled(true);
+                        ui.window().findChild<QPushButton*>(QStringLiteral("btnReplace"))->click();
+                    },
+                    Qt::BlockingQueuedConnection);
             }
             --depth;
         });
         ui.window().findChild<QPushButton*>(QStringLiteral("btnAnalyze"))->setEnabled(true);
         ui.window().findChild<QPushButton*>(QStringLiteral("btnAnalyze"))->click();
-        QCOMPARE(handled, (std::vector<WindowEvent>{WindowEvent::Analyze, WindowEvent::Test}));
+        QCOMPARE(handled, (std::vector<WindowEvent>{WindowEvent::Analyze, WindowEvent::Replace}));
         QCOMPARE(deepest, 1);
     }
 };
+
+// Commands run off the window's thread: what the engine asks of a person from there is shown by
+// the window's thread and answered back, and the window is busy meanwhile and answers its events.
+void QtUserInterfaceTest::commandsRunOffTheWindowsThread() {
+    QtUserInterface ui;
+    ui.window().show();
+    const QThread* windowThread = QThread::currentThread();
+    const QThread* commandThread = nullptr;
+    bool busyDuringCommand = false;
+    int answer = 0;
+    int ticks = 0;
+    QTimer ticker;
+    QObject::connect(&ticker, &QTimer::timeout, [&ticks] { ++ticks; });
+    ticker.start(5);
+    ui.attach([&](WindowEvent event, const std::string&) {
+        if (event != WindowEvent::Analyze) {
+            return;
+        }
+        commandThread = QThread::currentThread();
+        QMetaObject::invokeMethod(
+            &ui.window(), [&] { busyDuringCommand = ui.window().busy(); }, Qt::BlockingQueuedConnection);
+        const int before = ticks;
+        // Long work: the window's timer keeps ticking meanwhile.
+        while (ticks < before + 5) {
+            QThread::msleep(5);
+        }
+        answer = ui.messageBox("Weiterfahren?", msgbox::YesNo, "Zurückkopieren");
+    });
+    // The person answers the box where it shows, on the window's thread.
+    QTimer person;
+    QObject::connect(&person, &QTimer::timeout, [] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            box->button(QMessageBox::Yes)->click();
+        }
+    });
+    person.start(10);
+    auto* analyze = ui.window().findChild<QPushButton*>(QStringLiteral("btnAnalyze"));
+    analyze->setEnabled(true);
+    analyze->click();
+    QVERIFY(commandThread != nullptr);
+    QVERIFY(commandThread != windowThread);
+    QVERIFY(busyDuringCommand);
+    QVERIFY(!ui.window().busy());
+    QCOMPARE(answer, msgbox::Yes);
+}
 
 QTEST_MAIN(QtUserInterfaceTest)
 #include "QtUserInterfaceTest.moc"

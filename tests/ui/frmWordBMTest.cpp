@@ -11,8 +11,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -127,14 +129,25 @@ private slots:
         QVERIFY(enabled(*window, "btnTemplate"));
         QVERIFY(enabled(*window, "txtTemplate"));
 
-        // A control file without a form: only the test run.
+        QVERIFY(!enabled(*window, "btnWordDocShow"));
+        QVERIFY(!enabled(*window, "btnWordDocCopy"));
+        QVERIFY(!enabled(*window, "btnCSVDocShow"));
+
+        // A control file without a form: only the test run, which says what it still needs.
         window->showCSVDoc("/tmp/a.csv", "/tmp/work/a.csv");
         QVERIFY(enabled(*window, "btnTest"));
         QVERIFY(!enabled(*window, "btnMerge"));
+        QVERIFY(enabled(*window, "btnCSVDocShow"));
+        QTest::mouseClick(find<QPushButton>(*window, "btnTest"), Qt::LeftButton);
+        QCOMPARE(boxes_.size(), 1);
+        QVERIFY(boxes_[0].contains(QStringLiteral("zuerst ein Word-Rechnungsformular öffnen")));
+        QVERIFY(events_.empty());
         QVERIFY(enabled(*window, "btnCSVDocClose"));
         QVERIFY(!enabled(*window, "btnInsert"));
 
         window->showWordDoc("/tmp/f.docx", "/tmp/work/f.docx");
+        QVERIFY(enabled(*window, "btnWordDocShow"));
+        QVERIFY(enabled(*window, "btnWordDocCopy"));
         for (const char* name : wordOnly) {
             QVERIFY2(enabled(*window, name), name);
         }
@@ -264,6 +277,35 @@ private slots:
         QVERIFY(enabled(*window, "btnTest"));
     }
 
+    void dropsAreCopiesNeverMoves() {
+        auto window = makeWindow();
+        window->show();
+        auto* box = find<QLineEdit>(*window, "txtWordDoc");
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QStringLiteral("/a/Formular.docx"))});
+        // Shift held: the file manager proposes to move the file, which would delete it there.
+        const QPointF at = box->rect().center();
+        QDragEnterEvent enter(at.toPoint(), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                              Qt::ShiftModifier);
+        QCOMPARE(enter.proposedAction(), Qt::MoveAction);
+        QApplication::sendEvent(box, &enter);
+        QVERIFY(enter.isAccepted());
+        QCOMPARE(enter.dropAction(), Qt::CopyAction);
+        QDropEvent drop(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::ShiftModifier);
+        QApplication::sendEvent(box, &drop);
+        QVERIFY(drop.isAccepted());
+        QCOMPARE(drop.dropAction(), Qt::CopyAction);
+        QCOMPARE(events_.size(), 1u);
+        QCOMPARE(events_[0], std::pair(WindowEvent::OpenWordDoc, std::string("/a/Formular.docx")));
+
+        // A source that can only move is refused; nothing is taken.
+        events_.clear();
+        QDropEvent moveOnly(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(box, &moveOnly);
+        QVERIFY(!moveOnly.isAccepted());
+        QVERIFY(events_.empty());
+    }
+
     void typedPathRaisesOnceWhenEditingEnds() {
         auto window = makeWindow();
         window->show();
@@ -375,6 +417,85 @@ private slots:
         QVERIFY(events_.empty());
         QVERIFY(boxes_.isEmpty());
         qputenv("TARVELL_DEBUG", debugBefore);
+    }
+
+    void everyCommandHasItsKey() {
+        auto window = makeWindow();
+        window->execute({"", "", "", false, {"Kunde", "-", "Betrag"}});
+        window->showWordDoc("/tmp/f.docx", "/tmp/w.docx");
+        window->showCSVDoc("/tmp/r.csv", "/tmp/w.csv");
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        auto* pages = find<QTabWidget>(*window, "tabOptions");
+        // Each page in view: every button and every label that names a field has a mnemonic,
+        // none taken twice.
+        for (int page = 0; page < pages->count(); ++page) {
+            pages->setCurrentIndex(page);
+            QStringList keys;
+            const auto take = [&keys](const QString& caption, const QString& name) {
+                const auto at = caption.indexOf(QLatin1Char('&'));
+                QVERIFY2(at >= 0 && at + 1 < caption.size(),
+                         qPrintable(name + QStringLiteral(": ") + caption));
+                const QString key = caption.mid(at + 1, 1).toLower();
+                QVERIFY2(!keys.contains(key), qPrintable(name + QStringLiteral(" repeats ") + key));
+                keys << key;
+            };
+            for (QAbstractButton* b : window->findChildren<QAbstractButton*>()) {
+                if (b->isVisibleTo(window.get()) && !b->text().isEmpty()) {
+                    take(b->text(), b->objectName());
+                }
+            }
+            for (QLabel* label : window->findChildren<QLabel*>()) {
+                if (label->isVisibleTo(window.get()) && label->buddy()) {
+                    take(label->text(), label->objectName());
+                }
+            }
+            for (QTabWidget* tabs : window->findChildren<QTabWidget*>()) {
+                for (int i = 0; i < tabs->count(); ++i) {
+                    take(tabs->tabText(i), tabs->objectName());
+                }
+            }
+        }
+
+        // The frequent commands by keyboard: the merge and the test from either page.
+        pages->setCurrentIndex(0);
+        events_.clear();
+        QTest::keyClick(window.get(), Qt::Key_M, Qt::ControlModifier);
+        QTest::keyClick(window.get(), Qt::Key_T, Qt::ControlModifier);
+        QCOMPARE(events_.size(), 2u);
+        QCOMPARE(events_[0].first, WindowEvent::Merge);
+        QCOMPARE(events_[1].first, WindowEvent::Test);
+        QCOMPARE(pages->currentIndex(), 1);
+        // Strg+O opens the form's chooser, Strg+Umschalt+O the control file's.
+        for (const auto& [modifiers, caption] :
+             {std::pair(Qt::KeyboardModifiers(Qt::ControlModifier), QStringLiteral("Word-Rechnungsformular")),
+              std::pair(Qt::KeyboardModifiers(Qt::ControlModifier | Qt::ShiftModifier),
+                        QStringLiteral("Rechnungs-Steuerdatei"))}) {
+            QString shown;
+            whenShown<QDialog>([&shown](QDialog* dialog) {
+                if (auto* label = dialog->findChild<QLabel*>(QStringLiteral("lblFile"))) {
+                    shown = label->text();
+                }
+                dialog->reject();
+            });
+            window->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(window.get()));
+            QTest::keyClick(window.get(), Qt::Key_O, modifiers);
+            QCOMPARE(shown, caption);
+        }
+
+        // Tab from the field list goes into the form's text, then on to the insert button.
+        pages->setCurrentIndex(0);
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        auto* fields = find<QComboBox>(*window, "cbxFields");
+        fields->setFocus();
+        QTest::keyClick(fields, Qt::Key_Tab);
+        QVERIFY(QApplication::focusWidget());
+        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("txtForm"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(QApplication::focusWidget());
+        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("btnInsert"));
     }
 
     void closingRaisesQuit() {
