@@ -7,6 +7,7 @@
 #include "engine/word/AutomationError.h"
 #include "engine/word/Documents.h"
 #include "support/FileOps.h"
+#include "support/Strings.h"
 
 #include <cstdio>
 #include <ostream>
@@ -17,36 +18,13 @@ namespace {
 using ooxml::ShapeReport;
 using ooxml::StoryReport;
 
-// Length of the well-formed UTF-8 sequence at `at` (no overlong forms, no surrogates, nothing
-// beyond U+10FFFF); 0 when the bytes there are none.
-std::size_t utf8Length(std::string_view text, std::size_t at) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[at + i]); };
-    const unsigned char lead = byte(0);
-    const std::size_t length = lead < 0x80                    ? 1
-                               : lead >= 0xC2 && lead <= 0xDF ? 2
-                               : lead >= 0xE0 && lead <= 0xEF ? 3
-                               : lead >= 0xF0 && lead <= 0xF4 ? 4
-                                                              : 0;
-    if (length == 0 || at + length > text.size()) {
-        return 0;
-    }
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0) != 0x80) {
-            return 0;
-        }
-    }
-    const bool overlong = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xF0 && byte(1) < 0x90);
-    const bool beyond = (lead == 0xED && byte(1) >= 0xA0) || (lead == 0xF4 && byte(1) >= 0x90);
-    return overlong || beyond ? 0 : length;
-}
-
 // A damaged form may carry bytes that are no UTF-8; each becomes U+FFFD so the output stays JSON.
 std::string jsonString(const std::string& text) {
     std::string quoted = "\"";
     for (std::size_t at = 0; at < text.size(); ++at) {
         const char c = text[at];
         if (static_cast<unsigned char>(c) >= 0x80) {
-            const std::size_t length = utf8Length(text, at);
+            const std::size_t length = utf8SequenceLength(text, at);
             quoted += length == 0 ? std::string("\\ufffd") : text.substr(at, length);
             at += length == 0 ? 0 : length - 1;
             continue;

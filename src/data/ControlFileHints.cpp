@@ -2,6 +2,7 @@
 
 #include "support/Cp1252.h"
 #include "support/FileOps.h"
+#include "support/Strings.h"
 
 namespace wordbm {
 
@@ -9,28 +10,6 @@ namespace {
 
 constexpr std::string_view Bom = "\xEF\xBB\xBF";
 constexpr std::string_view Billing = "Das Fakturaprogramm schreibt ";
-
-// Length of the well-formed UTF-8 sequence of two to four bytes at `at` (no overlong forms, no
-// surrogates, nothing beyond U+10FFFF); 0 for anything else, plain ASCII included.
-std::size_t multiByteLength(std::string_view bytes, std::size_t at) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[at + i]); };
-    const unsigned char lead = byte(0);
-    const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2
-                               : lead >= 0xE0 && lead <= 0xEF ? 3
-                               : lead >= 0xF0 && lead <= 0xF4 ? 4
-                                                              : 0;
-    if (length == 0 || at + length > bytes.size()) {
-        return 0;
-    }
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0) != 0x80) {
-            return 0;
-        }
-    }
-    const bool overlong = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xF0 && byte(1) < 0x90);
-    const bool beyond = (lead == 0xED && byte(1) >= 0xA0) || (lead == 0xF4 && byte(1) >= 0x90);
-    return overlong || beyond ? 0 : length;
-}
 
 std::string lineEndHint(std::string_view bytes) {
     std::size_t lfAlone = 0;
@@ -58,7 +37,7 @@ std::string utf8Hint(std::string_view bytes) {
     std::size_t characters = 0;
     std::string_view first;
     for (std::size_t at = bytes.starts_with(Bom) ? Bom.size() : 0; at < bytes.size(); ++at) {
-        if (const std::size_t length = multiByteLength(bytes, at)) {
+        if (const std::size_t length = utf8SequenceLength(bytes, at)) {
             first = first.empty() ? bytes.substr(at, length) : first;
             ++characters;
             at += length - 1;

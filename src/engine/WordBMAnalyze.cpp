@@ -139,10 +139,12 @@ int WordBM::nestedFieldCount(const word::FieldPtr& field) {
     try {
         count += field->Code()->Fields()->Count();
     } catch (const std::exception&) {
+        // A field without a code part holds no nested fields there.
     }
     try {
         count += field->Result()->Fields()->Count();
     } catch (const std::exception&) {
+        // Nor one without a result part.
     }
     return count;
 }

@@ -1,5 +1,7 @@
 #include "support/HiddenTemporary.h"
 
+#include "support/SessionFolder.h"
+
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -18,22 +20,8 @@ namespace fs = std::filesystem;
 constexpr std::string_view Prefix = ".wbm-";
 constexpr std::string_view Suffix = ".tmp";
 
-std::string hostName() {
-    char buffer[256] = {};
-    if (::gethostname(buffer, sizeof buffer - 1) != 0 || buffer[0] == '\0') {
-        return "host";
-    }
-    std::string host(buffer);
-    for (char& c : host) {
-        if (c == '/' || c == '\\') {
-            c = '_';
-        }
-    }
-    return host;
-}
-
 const std::string& thisHost() {
-    static const std::string host = hostName();
+    static const std::string host = SessionFolder::hostName();
     return host;
 }
 

@@ -20,20 +20,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view Prefix = "wbm-";
 
-std::string hostName() {
-    char buffer[256] = {};
-    if (::gethostname(buffer, sizeof buffer - 1) != 0 || buffer[0] == '\0') {
-        return "host";
-    }
-    std::string host(buffer);
-    for (char& c : host) {
-        if (c == '/' || c == '\\') {
-            c = '_';
-        }
-    }
-    return host;
-}
-
 std::string randomTag() {
     static constexpr char Letters[] = "abcdefghijklmnopqrstuvwxyz0123456789";
     std::random_device device;
@@ -75,7 +61,7 @@ Made& made() {
 
 // The process id in "wbm-<host>-<pid>-<tag>" when the host is this one; 0 otherwise.
 pid_t processOf(const std::string& folderName) {
-    const std::string host = std::string(Prefix) + hostName() + "-";
+    const std::string host = std::string(Prefix) + SessionFolder::hostName() + "-";
     if (!folderName.starts_with(host)) {
         return 0;
     }
@@ -149,6 +135,20 @@ std::string SessionFolder::get() {
         }
     }
     return UserOwnFolderGet();
+}
+
+std::string SessionFolder::hostName() {
+    char buffer[256] = {};
+    if (::gethostname(buffer, sizeof buffer - 1) != 0 || buffer[0] == '\0') {
+        return "host";
+    }
+    std::string host(buffer);
+    for (char& c : host) {
+        if (c == '/' || c == '\\') {
+            c = '_';
+        }
+    }
+    return host;
 }
 
 } // namespace wordbm

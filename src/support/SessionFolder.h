@@ -20,6 +20,9 @@ public:
 
     // This process's folder name.
     static const std::string& name();
+    // This machine's name as part of a file name: leftovers of other machines on a shared folder
+    // are never taken for our own.
+    static std::string hostName();
 };
 
 } // namespace wordbm

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,10 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 // ASCII-only case folding, enough for field names, switches and tags.
 std::string toLowerAscii(std::string_view text);
 bool equalsIgnoreCase(std::string_view a, std::string_view b);
+
+// Length of the well-formed UTF-8 sequence of two to four bytes at `at` (no overlong forms, no
+// surrogates, nothing beyond U+10FFFF); 0 for anything else, plain ASCII included.
+std::size_t utf8SequenceLength(std::string_view text, std::size_t at);
 
 // Decimal digits of `number`, left-padded with "0" to `width`; a longer text keeps its last `width` digits.
 std::string zeroPad(long long number, int width);
