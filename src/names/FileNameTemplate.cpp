@@ -256,15 +256,19 @@ bool FileNameTemplate::IsValid(std::int32_t line, CSVfile& data) const {
 
 std::string FileNameTemplate::DocName(std::int32_t line) const {
     if (csvPath_.empty()) {
-        return resolve(testValues());
+        return resolve(testValues(), mask_);
     }
     CSVfile data;
     data.ReadFile(nativePath(csvPath_));
-    return resolve(dataValues(data, line));
+    return resolve(dataValues(data, line), mask_);
 }
 
 std::string FileNameTemplate::DocName(std::int32_t line, CSVfile& data) const {
-    return resolve(csvPath_.empty() ? testValues() : dataValues(data, line));
+    return DocName(line, data, mask_);
+}
+
+std::string FileNameTemplate::DocName(std::int32_t line, CSVfile& data, const std::string& mask) const {
+    return resolve(csvPath_.empty() ? testValues() : dataValues(data, line), mask);
 }
 
 void FileNameTemplate::Tini() {
@@ -286,7 +290,7 @@ FileNameTemplate::RowValues FileNameTemplate::dataValues(CSVfile& data, std::int
             data.FieldStr("KliName", line)};
 }
 
-std::string FileNameTemplate::resolve(const RowValues& row) const {
+std::string FileNameTemplate::resolve(const RowValues& row, const std::string& mask) const {
     const std::array<std::string, Tags.size()> values{
         wordPath_.empty() ? std::string("<word-path>") : folderOf(wordPath_),
         wordPath_.empty() ? std::string("<word-ext>") : extensionOf(wordPath_),
@@ -298,7 +302,7 @@ std::string FileNameTemplate::resolve(const RowValues& row) const {
         withoutFolders(row.client)};
     // The mask's own variables first, with their separators; a variable that a control-file value
     // brings in is still replaced afterwards, but can never add a folder level.
-    std::string name = withEnvironment(mask_, true);
+    std::string name = withEnvironment(mask, true);
     for (std::size_t i = 0; i < Tags.size(); ++i) {
         name = replaceAll(name, Tags[i].tag, values[i]);
     }

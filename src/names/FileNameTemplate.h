@@ -69,6 +69,9 @@ public:
     // The mask resolved for data line `line` (1-based) of the control file.
     std::string DocName(std::int32_t line) const;
     std::string DocName(std::int32_t line, CSVfile& data) const;
+    // What `mask` would give for that line, without making it the template's mask: the editor's
+    // example while the user types.
+    std::string DocName(std::int32_t line, CSVfile& data, const std::string& mask) const;
 
     // Ends the template's use: releases the editor and stores the mask.
     void Tini();
@@ -81,7 +84,7 @@ private:
 
     static RowValues testValues();
     static RowValues dataValues(CSVfile& data, std::int32_t line);
-    std::string resolve(const RowValues& row) const;
+    std::string resolve(const RowValues& row, const std::string& mask) const;
     static bool folderOfDocExists(const std::string& docName);
 
     MaskStore& store_;

@@ -18,6 +18,9 @@ DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
     ui_.documentSource([this] { return engine_.Doc(); });
     auto& window = ui_.window();
     window.editTemplate = [this, &window] {
+        // The editor shows the name the mask gives the first row of the open control file.
+        engine_.NameTemplate().WordPath(engine_.WordDoc());
+        engine_.NameTemplate().CSVPath(engine_.CSVDoc());
         if (const auto mask =
                 ui_.fileNameTemplateDialog(engine_.NameTemplate(), window.templateText().toStdString())) {
             engine_.Template(*mask);

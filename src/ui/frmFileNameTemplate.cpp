@@ -1,10 +1,12 @@
 #include "ui/frmFileNameTemplate.h"
 
+#include "data/CSVfile.h"
 #include "engine/ports/UserInterface.h"
 #include "names/FileNameTemplate.h"
 
 #include <QComboBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -54,7 +56,7 @@ int defaultAskOverwrite(QWidget* parent, const QString& question, const QString&
 
 frmFileNameTemplate::frmFileNameTemplate(const FileNameTemplate& owner, const std::string& mask,
                                          QWidget* parent)
-    : QDialog(parent), chooseFolder(defaultChooseFolder), askOverwrite(defaultAskOverwrite) {
+    : QDialog(parent), chooseFolder(defaultChooseFolder), askOverwrite(defaultAskOverwrite), owner_(owner) {
     setObjectName(QStringLiteral("frmFileNameTemplate"));
     setWindowTitle(QStringLiteral("Maske für Word-Dateinamen bearbeiten"));
     auto* layout = new QGridLayout(this);
@@ -72,9 +74,15 @@ frmFileNameTemplate::frmFileNameTemplate(const FileNameTemplate& owner, const st
     maskButtons->addWidget(btnPathSelect);
     maskButtons->addWidget(btnDelete);
     maskButtons->addStretch();
+    lblExample_ = new QLabel(this);
+    lblExample_->setObjectName(QStringLiteral("lblExample"));
+    // A client name from the control file is shown as it is, never read as markup.
+    lblExample_->setTextFormat(Qt::PlainText);
+    lblExample_->setWordWrap(true);
     layout->addWidget(lblTemlate, 0, 0, 1, 2);
     layout->addWidget(txtTemplate_, 1, 0, 1, 2);
-    layout->addLayout(maskButtons, 2, 0, 1, 2);
+    layout->addWidget(lblExample_, 2, 0, 1, 2);
+    layout->addLayout(maskButtons, 3, 0, 1, 2);
 
     auto* Label1 = new QLabel(QStringLiteral("Bausteine (Platzhalter) einfügen"), this);
     Label1->setObjectName(QStringLiteral("Label1"));
@@ -109,15 +117,15 @@ frmFileNameTemplate::frmFileNameTemplate(const FileNameTemplate& owner, const st
         list->setCurrentIndex(-1);
     }
 
-    layout->addWidget(Label1, 3, 0, 1, 2);
-    layout->addWidget(cboTags_, 4, 0);
-    layout->addWidget(btnInsert1, 4, 1);
-    layout->addWidget(Label3, 5, 0, 1, 2);
-    layout->addWidget(cboVariables_, 6, 0);
-    layout->addWidget(btnInsert2, 6, 1);
-    layout->addWidget(Label2, 7, 0, 1, 2);
-    layout->addWidget(cboStandards_, 8, 0);
-    layout->addWidget(btnInsert3, 8, 1);
+    layout->addWidget(Label1, 4, 0, 1, 2);
+    layout->addWidget(cboTags_, 5, 0);
+    layout->addWidget(btnInsert1, 5, 1);
+    layout->addWidget(Label3, 6, 0, 1, 2);
+    layout->addWidget(cboVariables_, 7, 0);
+    layout->addWidget(btnInsert2, 7, 1);
+    layout->addWidget(Label2, 8, 0, 1, 2);
+    layout->addWidget(cboStandards_, 9, 0);
+    layout->addWidget(btnInsert3, 9, 1);
     layout->setColumnStretch(0, 1);
 
     auto* buttons = new QHBoxLayout;
@@ -127,7 +135,7 @@ frmFileNameTemplate::frmFileNameTemplate(const FileNameTemplate& owner, const st
     buttons->addStretch();
     buttons->addWidget(btnOk);
     buttons->addWidget(btnCancel);
-    layout->addLayout(buttons, 9, 0, 1, 2);
+    layout->addLayout(buttons, 10, 0, 1, 2);
 
     connect(btnInsert1, &QPushButton::clicked, this, &frmFileNameTemplate::insertTag);
     connect(btnInsert2, &QPushButton::clicked, this, &frmFileNameTemplate::insertVariable);
@@ -137,6 +145,63 @@ frmFileNameTemplate::frmFileNameTemplate(const FileNameTemplate& owner, const st
     connect(btnDelete, &QPushButton::clicked, this, &frmFileNameTemplate::clearMask);
     connect(btnOk, &QPushButton::clicked, this, &frmFileNameTemplate::confirm);
     connect(btnCancel, &QPushButton::clicked, this, &QDialog::reject);
+
+    // Read once: the example follows every keystroke, and a control file can be long.
+    readControlFile();
+    connect(txtTemplate_, &QLineEdit::textChanged, this, &frmFileNameTemplate::showExample);
+    showExample();
+}
+
+frmFileNameTemplate::~frmFileNameTemplate() = default;
+
+void frmFileNameTemplate::readControlFile() {
+    if (owner_.CSVPath().empty()) {
+        noExample_ = QStringLiteral("Keine Rechnungs-Steuerdatei geöffnet: ohne sie kann kein Beispielname "
+                                    "gezeigt werden.");
+        return;
+    }
+    try {
+        auto read = std::make_unique<CSVfile>();
+        read->ReadFile(FileNameTemplate::nativeDocPath(owner_.CSVPath()));
+        if (read->LineCount() < 1) {
+            noExample_ =
+                QStringLiteral("Die Rechnungs-Steuerdatei hat keine Rechnungszeile: kein Beispielname.");
+            return;
+        }
+        data_ = std::move(read);
+    } catch (const std::exception& error) {
+        noExample_ = QStringLiteral("Die Rechnungs-Steuerdatei kann nicht gelesen werden: ") +
+                     QString::fromStdString(error.what());
+    }
+}
+
+void frmFileNameTemplate::showExample() {
+    if (!data_) {
+        lblExample_->setText(noExample_);
+        return;
+    }
+    try {
+        lblExample_->setText(exampleText(owner_.DocName(1, *data_, mask())));
+    } catch (const std::exception& error) {
+        lblExample_->setText(QStringLiteral("Kein Beispielname für die erste Zeile: ") +
+                             QString::fromStdString(error.what()));
+    }
+}
+
+// The name as it lands on disk, and a warning when Word would not open it as a form of this kind.
+QString frmFileNameTemplate::exampleText(const std::string& name) const {
+    const QString path = text(FileNameTemplate::nativeDocPath(name));
+    QString shown = QStringLiteral("Zeile 1 der Steuerdatei ergibt: ") + path;
+    if (owner_.WordPath().empty()) {
+        return shown;
+    }
+    const QString formSuffix = QFileInfo(text(FileNameTemplate::nativeDocPath(owner_.WordPath()))).suffix();
+    const QString suffix = QFileInfo(path).suffix();
+    if (suffix.compare(formSuffix, Qt::CaseInsensitive) != 0) {
+        shown += QStringLiteral("\nAchtung: die Endung \".") + suffix +
+                 QStringLiteral("\" ist nicht die des Formulars (\".") + formSuffix + QStringLiteral("\")");
+    }
+    return shown;
 }
 
 std::optional<std::string> frmFileNameTemplate::edit(QWidget* parent, const FileNameTemplate& owner,

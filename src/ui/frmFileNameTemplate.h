@@ -2,22 +2,28 @@
 
 #include <QDialog>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
 
 namespace wordbm {
 
+class CSVfile;
 class FileNameTemplate;
 
 // "Maske für Word-Dateinamen bearbeiten": edits a file-name mask with the template's tags,
-// environment variables and standard masks as pick lists.
+// environment variables and standard masks as pick lists. Under the mask it shows, as the user
+// types, the name the mask gives the first row of the control file, so a wrong tag or extension
+// shows before a whole run is named with it.
 class frmFileNameTemplate : public QDialog {
     Q_OBJECT
 public:
     frmFileNameTemplate(const FileNameTemplate& owner, const std::string& mask, QWidget* parent = nullptr);
+    ~frmFileNameTemplate() override;
 
     // Shows the editor modally; the mask field after btnOk, nullopt when closed any other way.
     static std::optional<std::string> edit(QWidget* parent, const FileNameTemplate& owner,
@@ -42,9 +48,17 @@ public:
 
 private:
     void insertAtCursor(const QString& text);
+    void readControlFile();
+    void showExample(); // lblExample
+    QString exampleText(const std::string& name) const;
+
+    const FileNameTemplate& owner_;
+    std::unique_ptr<CSVfile> data_;
+    QString noExample_; // why no name can be shown, or empty
 
     bool cancelled_ = true;
     QLineEdit* txtTemplate_ = nullptr;
+    QLabel* lblExample_ = nullptr;
     QComboBox* cboTags_ = nullptr;
     QComboBox* cboVariables_ = nullptr;
     QComboBox* cboStandards_ = nullptr;

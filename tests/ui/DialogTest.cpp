@@ -332,6 +332,30 @@ private slots:
         QCOMPARE(mask->text(), standard);
     }
 
+    void exampleFollowsTheTypedMask() {
+        dialogtest::TemplateFixture fixture;
+        frmFileNameTemplate without(*fixture.owner, "&K&.&E&");
+        QCOMPARE(child<QLabel>(&without, "lblExample")->text(),
+                 QStringLiteral("Keine Rechnungs-Steuerdatei geöffnet: ohne sie kann kein Beispielname "
+                                "gezeigt werden."));
+
+        fixture.owner->WordPath(WORDBM_SOURCE_DIR "/examples/Rechnung.docx");
+        fixture.owner->CSVPath(WORDBM_SOURCE_DIR "/examples/Rechnungslauf.csv");
+        frmFileNameTemplate dialog(*fixture.owner, "");
+        auto* mask = child<QLineEdit>(&dialog, "txtTemplate");
+        auto* example = child<QLabel>(&dialog, "lblExample");
+        QTest::keyClicks(mask, QStringLiteral("&C&\\&K&-&R&.&E&"));
+        const QString name = QStringLiteral("Zeile 1 der Steuerdatei ergibt: " WORDBM_SOURCE_DIR
+                                            "/examples/10400000-024100.docx");
+        QCOMPARE(example->text(), name);
+
+        QTest::keyClicks(mask, QStringLiteral("X"));
+        QCOMPARE(example->text(), name + QStringLiteral("X\nAchtung: die Endung \".docxX\" ist nicht die des "
+                                                        "Formulars (\".docx\")"));
+        QTest::keyClick(mask, Qt::Key_Backspace);
+        QCOMPARE(example->text(), name);
+    }
+
     void deleteAndConfirmGiveTheEmptyMask() {
         dialogtest::TemplateFixture fixture;
         frmFileNameTemplate dialog(*fixture.owner, "&W&\\&K&");
