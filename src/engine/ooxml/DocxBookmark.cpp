@@ -18,16 +18,20 @@ const BookmarkEntry& DocxBookmark::entry() const {
     return *found;
 }
 
+BookmarkEntry DocxBookmark::located() const {
+    return document_->located(entry());
+}
+
 std::string DocxBookmark::Name() const {
     return entry().name;
 }
 
 long DocxBookmark::Start() const {
-    return entry().start;
+    return located().start;
 }
 
 long DocxBookmark::End() const {
-    return entry().end;
+    return located().end;
 }
 
 int DocxBookmark::StoryType() const {
@@ -35,7 +39,7 @@ int DocxBookmark::StoryType() const {
 }
 
 word::RangePtr DocxBookmark::Range() {
-    const auto& found = entry();
+    const auto found = located();
     return std::make_shared<DocxRange>(document_, found.story, Span{found.start, found.end});
 }
 
@@ -44,7 +48,8 @@ void DocxBookmark::Select() {
 }
 
 void DocxBookmark::Delete() {
-    document_->deleteBookmark(entry());
+    const auto found = entry();
+    document_->deleteBookmark(found);
 }
 
 } // namespace wordbm::ooxml

@@ -24,6 +24,7 @@ public:
 
 private:
     const BookmarkEntry& entry() const;
+    BookmarkEntry located() const;
 
     std::shared_ptr<DocxDocument> document_;
     std::string name_;

@@ -4,10 +4,12 @@
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/DocxRange.h"
 #include "engine/ooxml/NameKey.h"
+#include "engine/ooxml/Story.h"
 #include "engine/ooxml/Utf16.h"
 #include "engine/word/AutomationError.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace wordbm::ooxml {
 
@@ -39,28 +41,43 @@ bool DocxBookmarks::validName(const std::string& name) {
     });
 }
 
+// The bookmarks of the scope's story that lie within it: their markers stand in the window of the
+// scope, so the rest of the story is not looked at.
 std::vector<BookmarkEntry> DocxBookmarks::visible() const {
     document_->check();
     std::vector<BookmarkEntry> entries;
-    if (scope_ && !scope_->story) {
+    if (!scope_->story) {
         return entries;
     }
     const bool hiddenToo = document_->showHiddenBookmarks();
-    for (const auto& entry : document_->bookmarkIndex().sorted()) {
-        if (entry.hidden() && !hiddenToo) {
+    const auto& index = document_->bookmarkIndex();
+    const auto& map = scope_->story->window(scope_->start, scope_->end).map;
+    std::unordered_map<pugi::xml_node_struct*, long> ends;
+    for (const auto& item : map.items) {
+        if (item.kind == ItemKind::BookmarkEnd) {
+            ends.emplace(item.node.internal_object(), item.offset);
+        }
+    }
+    for (const auto& item : map.items) {
+        const auto* entry = item.kind == ItemKind::BookmarkStart ? index.startingAt(item.node) : nullptr;
+        if (!entry || entry->story != scope_->story || (entry->hidden() && !hiddenToo)) {
             continue;
         }
-        if (scope_ &&
-            (entry.story != scope_->story || entry.start < scope_->start || entry.end > scope_->end)) {
-            continue;
+        const auto end = ends.find(entry->endMarker.internal_object());
+        if (end == ends.end()) {
+            continue; // it ends behind the scope's window, so behind the scope
         }
-        entries.push_back(entry);
+        auto found = *entry;
+        found.start = item.offset;
+        found.end = std::max(end->second, found.start);
+        if (found.start >= scope_->start && found.end <= scope_->end) {
+            entries.push_back(std::move(found));
+        }
     }
-    if (scope_) {
-        std::stable_sort(entries.begin(), entries.end(), [](const BookmarkEntry& a, const BookmarkEntry& b) {
-            return a.start != b.start ? a.start < b.start : a.end > b.end;
-        });
-    }
+    // Bookmarks with the same offsets stay in alphabetical order, as the document lists them.
+    std::sort(entries.begin(), entries.end(), [](const BookmarkEntry& a, const BookmarkEntry& b) {
+        return a.start != b.start ? a.start < b.start : a.end != b.end ? a.end > b.end : a.key < b.key;
+    });
     return entries;
 }
 

@@ -215,20 +215,51 @@ StoryRegistry& DocxDocument::stories() {
 
 const BookmarkIndex& DocxDocument::bookmarkIndex() {
     check();
-    if (!bookmarks_ || bookmarksGeneration_ != generation_) {
-        bookmarks_ = std::make_unique<BookmarkIndex>(stories_->all());
-        bookmarksGeneration_ = generation_;
+    const auto stories = stories_->all();
+    if (!bookmarks_ || stories != indexedStories_) {
+        readBookmarks(stories);
+        return *bookmarks_;
+    }
+    std::vector<std::vector<MarkerChange>> edits;
+    for (auto* story : stories) {
+        const bool followed = story->takeMarkerChanges(edits);
+        for (std::size_t i = 0; followed && i < edits.size(); ++i) {
+            if (!bookmarks_->follow(*story, edits[i])) {
+                readBookmarks(stories);
+                return *bookmarks_;
+            }
+        }
+        if (!followed) {
+            readBookmarks(stories);
+            return *bookmarks_;
+        }
     }
     return *bookmarks_;
+}
+
+void DocxDocument::readBookmarks(const std::vector<Story*>& stories) {
+    std::vector<std::vector<MarkerChange>> past;
+    for (auto* story : stories) {
+        story->takeMarkerChanges(past);
+    }
+    bookmarks_ = std::make_unique<BookmarkIndex>(stories);
+    indexedStories_ = stories;
+}
+
+BookmarkEntry DocxDocument::located(const BookmarkEntry& entry) {
+    auto copy = entry;
+    copy.start = entry.story->offsetOf(entry.startMarker);
+    copy.end = std::max(entry.story->offsetOf(entry.endMarker), copy.start);
+    return copy;
 }
 
 const std::vector<const BookmarkEntry*>& DocxDocument::listedBookmarks() {
     const auto& index = bookmarkIndex();
     if (listedGeneration_ != generation_ || listedWithHidden_ != showHidden_) {
         listed_.clear();
-        for (const auto& entry : index.sorted()) {
-            if (showHidden_ || !entry.hidden()) {
-                listed_.push_back(&entry);
+        for (const auto* entry : index.sorted()) {
+            if (showHidden_ || !entry->hidden()) {
+                listed_.push_back(entry);
             }
         }
         listedGeneration_ = generation_;
@@ -296,7 +327,11 @@ void DocxDocument::addBookmark(const std::string& name, Story& story, const Span
 void DocxDocument::deleteBookmark(const BookmarkEntry& bookmark) {
     check();
     auto& story = *bookmark.story;
-    StoryEditor(story).removeBookmark(bookmark.id);
+    if (bookmarkIndex().markers(story, bookmark.id) == 2) {
+        StoryEditor(story).removeBookmark(bookmark.id, bookmark.startMarker, bookmark.endMarker);
+    } else {
+        StoryEditor(story).removeBookmark(bookmark.id);
+    }
     changed(story);
 }
 

@@ -57,7 +57,10 @@ public:
     bool closed() const { return closed_; }
     Package& package();
     StoryRegistry& stories();
+    // Follows the edits since the last call, or is read anew when they cannot be followed.
     const BookmarkIndex& bookmarkIndex();
+    // The entry with its offsets as they are now.
+    BookmarkEntry located(const BookmarkEntry& entry);
     // The document's bookmarks as its collection shows them: alphabetical, hidden ones only with
     // ShowHidden. Kept until the next edit, so walking a long collection by index stays linear.
     const std::vector<const BookmarkEntry*>& listedBookmarks();
@@ -104,8 +107,10 @@ private:
     std::unique_ptr<StoryRegistry> stories_;
     SelectionState selection_;
     std::uint64_t generation_ = 0;
+    void readBookmarks(const std::vector<Story*>& stories);
+
     std::unique_ptr<BookmarkIndex> bookmarks_;
-    std::uint64_t bookmarksGeneration_ = ~std::uint64_t{0};
+    std::vector<Story*> indexedStories_;
     std::vector<const BookmarkEntry*> listed_;
     std::uint64_t listedGeneration_ = ~std::uint64_t{0};
     bool listedWithHidden_ = false;

@@ -11,7 +11,7 @@ DocxField::DocxField(std::shared_ptr<DocxDocument> document, Story* story, pugi:
 
 word::RangePtr DocxField::part(FieldPart which) {
     document_->check();
-    if (!story_->alive() || story_->map().fieldOf(begin_) < 0) {
+    if (!story_->alive() || !story_->fieldAlive(begin_)) {
         throw AutomationError("Das Feld ist nicht mehr vorhanden.");
     }
     return std::make_shared<DocxRange>(document_, story_, Span{0, 0, which, begin_});

@@ -26,13 +26,14 @@ Span DocxRange::current() const {
     if (!story_->alive()) {
         throw AutomationError("Der Textbereich gehört zu einer gelöschten Form.");
     }
-    const auto& map = story_->map();
-    const int field = span_.part == FieldPart::None ? -1 : map.fieldOf(span_.field);
-    if (field < 0) {
+    if (span_.part == FieldPart::None || !story_->fieldAlive(span_.field)) {
         // Plain offsets, or a field deleted meanwhile: as in Word, the range collapses where it began.
-        const long start = std::clamp(span_.start, 0L, map.length());
-        return {start, span_.part == FieldPart::None ? std::clamp(span_.end, start, map.length()) : start};
+        const long length = story_->length();
+        const long start = std::clamp(span_.start, 0L, length);
+        return {start, span_.part == FieldPart::None ? std::clamp(span_.end, start, length) : start};
     }
+    const auto& map = story_->windowHolding(span_.field).map;
+    const int field = map.fieldOf(span_.field);
     switch (span_.part) {
     case FieldPart::Whole:
         span_ = {map.fieldStart(field), map.fieldEnd(field), FieldPart::Whole, span_.field};
@@ -72,11 +73,11 @@ std::string DocxRange::Text() const {
     if (!story_) {
         return {};
     }
-    const auto& map = story_->map();
     if (span.part == FieldPart::Code) {
+        const auto& map = story_->windowHolding(span.field).map;
         return map.fields[map.fieldOf(span.field)].code;
     }
-    return map.text(span.start, span.end);
+    return story_->window(span.start, span.end).map.text(span.start, span.end);
 }
 
 void DocxRange::Text(const std::string& text) {

@@ -27,7 +27,7 @@ SelectionState& DocxSelection::state() const {
         selection = {};
         selection.story = &document_->stories().main();
     }
-    if (selection.part != FieldPart::None && selection.story->map().fieldOf(selection.field) < 0) {
+    if (selection.part != FieldPart::None && !selection.story->fieldAlive(selection.field)) {
         // The selected field went meanwhile: what remains is the place where it was.
         selection.part = FieldPart::None;
         selection.field = {};
@@ -85,7 +85,8 @@ void DocxSelection::TypeText(const std::string& text) {
 }
 
 long DocxSelection::step(long offset, int direction) const {
-    const auto& map = story().map();
+    auto& story = this->story();
+    const auto& map = story.window(std::max(0L, offset - 2), std::min(story.length(), offset + 2)).map;
     const auto text = direction < 0 ? map.text(offset - 2, offset) : map.text(offset, offset + 2);
     const bool pair = text.size() == 4 && static_cast<unsigned char>(text[0]) >= 0xF0;
     return pair ? 2 : 1;

@@ -36,6 +36,16 @@ bool isCharacter(const StoryItem& item) {
 
 } // namespace
 
+const StoryWindow& StoryEditor::windowOf(const Span& span) {
+    if (span.part == FieldPart::None) {
+        return story_.window(span.start, span.end);
+    }
+    if (!story_.fieldAlive(span.field)) {
+        throw AutomationError("Das Feld ist nicht mehr vorhanden.");
+    }
+    return story_.windowHolding(span.field);
+}
+
 std::pair<Cut, Cut> StoryEditor::cuts(const TextMap& map, const Span& span) const {
     if (span.part == FieldPart::None) {
         const Cut from = map.startCut(span.start);
@@ -59,9 +69,7 @@ std::pair<Cut, Cut> StoryEditor::cuts(const TextMap& map, const Span& span) cons
 }
 
 bool StoryEditor::ensureParagraph() {
-    const auto& items = story_.map().items;
-    if (std::any_of(items.begin(), items.end(),
-                    [](const StoryItem& item) { return item.kind == ItemKind::ParagraphMark; })) {
+    if (story_.hasParagraph()) {
         return false;
     }
     auto root = story_.root();
@@ -74,10 +82,11 @@ bool StoryEditor::ensureParagraph() {
     return true;
 }
 
-std::pair<int, int> StoryEditor::splitAt(const Span& span, bool forInsertion) {
+StoryEditor::Split StoryEditor::splitAt(const Span& span, bool forInsertion) {
     ensureParagraph();
     for (int round = 0; round < 2; ++round) {
-        const auto& map = story_.map();
+        const auto& window = windowOf(span);
+        const auto& map = window.map;
         auto [from, to] = cuts(map, span);
         if (forInsertion) {
             // Nothing can follow the story's last paragraph mark.
@@ -90,7 +99,7 @@ std::pair<int, int> StoryEditor::splitAt(const Span& span, bool forInsertion) {
             }
         }
         if (from.inner == 0 && to.inner == 0) {
-            return {from.item, to.item};
+            return {&window, from.item, to.item};
         }
         if (to.inner > 0) {
             RunSplitter::splitText(map.items[to.item].node, to.inner);
@@ -98,7 +107,7 @@ std::pair<int, int> StoryEditor::splitAt(const Span& span, bool forInsertion) {
         if (from.inner > 0 && (from.item != to.item || from.inner != to.inner)) {
             RunSplitter::splitText(map.items[from.item].node, from.inner);
         }
-        story_.changed();
+        story_.edited(window);
     }
     throw AutomationError("Der Text lässt sich an dieser Stelle nicht teilen.");
 }
@@ -106,14 +115,14 @@ std::pair<int, int> StoryEditor::splitAt(const Span& span, bool forInsertion) {
 std::pair<long, long> StoryEditor::replace(const Span& span, std::string_view text, pugi::xml_node run) {
     ensureParagraph();
     const long start = [&] {
-        const auto& map = story_.map();
+        const auto& map = windowOf(span).map;
         const auto [from, to] = cuts(map, span);
         // The template is taken before anything moves: the character at the start may be deleted.
         properties(map, from, to, span);
         return std::min(map.offsetOf(from), map.length() - 1);
     }();
-    const auto [from, to] = splitAt(span, true);
-    const auto& map = story_.map();
+    const auto [window, from, to] = splitAt(span, true);
+    const auto& map = window->map;
     const auto at = RunSplitter::before(map, from);
     if (from < to) {
         SpanDeleter(map, removing_).erase(from, to);
@@ -124,7 +133,7 @@ std::pair<long, long> StoryEditor::replace(const Span& span, std::string_view te
         writer.writeRun(run);
         ++units;
     }
-    story_.changed();
+    story_.edited(*window);
     return {start, start + units};
 }
 
@@ -189,8 +198,8 @@ pugi::xml_node StoryEditor::keep(pugi::xml_node runProperties) {
 }
 
 void StoryEditor::addBookmark(const Span& span, const std::string& name, const std::string& id) {
-    const auto [from, to] = splitAt(span, false);
-    const auto& map = story_.map();
+    const auto [window, from, to] = splitAt(span, false);
+    const auto& map = window->map;
     pugi::xml_node start;
     pugi::xml_node end;
     if (from == to && span.part == FieldPart::None) {
@@ -206,10 +215,17 @@ void StoryEditor::addBookmark(const Span& span, const std::string& name, const s
     start.append_attribute("w:id") = id.c_str();
     start.append_attribute("w:name") = name.c_str();
     end.append_attribute("w:id") = id.c_str();
-    story_.changed();
+    story_.edited(*window);
 }
 
-void StoryEditor::removeBookmark(const std::string& id) {
+void StoryEditor::removeBookmark(const std::string& id, pugi::xml_node start, pugi::xml_node end) {
+    if (start && end) {
+        const auto& window = story_.windowBetween(start, end);
+        start.parent().remove_child(start);
+        end.parent().remove_child(end);
+        story_.edited(window);
+        return;
+    }
     std::vector<pugi::xml_node> markers;
     for (const auto& item : story_.map().items) {
         const bool marker = item.kind == ItemKind::BookmarkStart || item.kind == ItemKind::BookmarkEnd;
@@ -224,7 +240,8 @@ void StoryEditor::removeBookmark(const std::string& id) {
 }
 
 void StoryEditor::setFieldCode(pugi::xml_node field, std::string_view code) {
-    const auto& map = story_.map();
+    const auto& window = windowOf(Span{0, 0, FieldPart::Code, field});
+    const auto& map = window.map;
     const int index = map.fieldOf(field);
     if (index < 0) {
         throw AutomationError("Das Feld ist nicht mehr vorhanden.");
@@ -232,7 +249,7 @@ void StoryEditor::setFieldCode(pugi::xml_node field, std::string_view code) {
     const auto& f = map.fields[index];
     if (f.simple) {
         field.attribute("w:instr").set_value(std::string(code).c_str());
-        story_.changed();
+        story_.edited(window);
         return;
     }
     // The old code goes whole, nested fields included; the new one is a single instrText run.
@@ -267,12 +284,12 @@ void StoryEditor::setFieldCode(pugi::xml_node field, std::string_view code) {
     auto instr = run.append_child("w:instrText");
     instr.append_attribute("xml:space") = "preserve";
     instr.text().set(std::string(code).c_str());
-    story_.changed();
+    story_.edited(window);
 }
 
 void StoryEditor::format(const Span& span, const std::function<void(pugi::xml_node)>& change) {
-    const auto [from, to] = splitAt(span, false);
-    const auto& map = story_.map();
+    const auto [window, from, to] = splitAt(span, false);
+    const auto& map = window->map;
     if (from >= to) {
         for (int i = from; i < static_cast<int>(map.items.size()); ++i) {
             if (map.items[i].kind == ItemKind::ParagraphMark) {
@@ -280,7 +297,7 @@ void StoryEditor::format(const Span& span, const std::function<void(pugi::xml_no
                 break;
             }
         }
-        story_.changed();
+        story_.edited(*window);
         return;
     }
     RunSplitter::before(map, to);
@@ -300,7 +317,7 @@ void StoryEditor::format(const Span& span, const std::function<void(pugi::xml_no
     for (auto properties : targets) {
         change(properties);
     }
-    story_.changed();
+    story_.edited(*window);
 }
 
 } // namespace wordbm::ooxml

@@ -112,7 +112,7 @@ std::pair<int, int> TextMap::zeroWidthRun(int from) const {
 }
 
 Cut TextMap::startCut(long offset) const {
-    offset = std::clamp(offset, 0L, length_);
+    offset = std::clamp(offset, first_, length_);
     const int at = firstAtOrAfter(offset);
     if (at > 0 && items[at - 1].kind == ItemKind::Text &&
         items[at - 1].offset + items[at - 1].width > offset) {
@@ -130,7 +130,7 @@ Cut TextMap::startCut(long offset) const {
 }
 
 Cut TextMap::endCut(long offset) const {
-    offset = std::clamp(offset, 0L, length_);
+    offset = std::clamp(offset, first_, length_);
     const int at = firstAtOrAfter(offset);
     if (at > 0 && items[at - 1].kind == ItemKind::Text &&
         items[at - 1].offset + items[at - 1].width > offset) {

@@ -8,17 +8,21 @@
 
 namespace wordbm::ooxml {
 
-// The offset table of one story: every item in document order with its offset, the fields and the
-// bookmarks. Built by TextMapBuilder; replaced as a whole after every edit of the story.
+// The offset table of one story, or of a stretch of whole paragraphs of it (a window): every item in
+// document order with its story offset, the fields and the bookmarks. Built by TextMapBuilder.
 class TextMap {
 public:
     std::vector<StoryItem> items;
     std::vector<FieldSpan> fields;
     std::vector<BookmarkSpan> bookmarks; // in the order of their starts
 
-    // Visible characters, the last paragraph mark included.
+    // Where the table ends: the story's visible characters, the last paragraph mark included (for a
+    // window, the offset behind its last character).
     long length() const { return length_; }
     void setLength(long length) { length_ = length; }
+    // Where the table begins: 0, or a window's first offset.
+    long first() const { return first_; }
+    void setFirst(long first) { first_ = first; }
 
     // Visible text of [start, end): field results, not codes; "\r" for paragraph marks.
     std::string text(long start, long end) const;
@@ -49,6 +53,7 @@ private:
     int firstAtOrAfter(long offset) const;
     // Items with offset `offset` and no width, between the characters before and after it.
     std::pair<int, int> zeroWidthRun(int from) const;
+    long first_ = 0;
     long length_ = 0;
     // Field index by begin node, made on the first look-up: a form's fields are looked up one by one.
     mutable std::unordered_map<pugi::xml_node_struct*, int> fieldByBegin_;

@@ -72,21 +72,26 @@ bool isOneCharacter(std::string_view name) {
 } // namespace
 
 TextMap TextMapBuilder::build(pugi::xml_node storyRoot) {
+    return build(storyRoot, storyRoot.first_child(), {}, 0);
+}
+
+TextMap TextMapBuilder::build(pugi::xml_node storyRoot, pugi::xml_node first, pugi::xml_node stop,
+                              long base) {
     TextMap map;
     TextMapBuilder builder(map);
-    builder.walk(storyRoot);
+    builder.walk(storyRoot, first, stop);
     builder.matchFields();
-    builder.measure();
+    builder.measure(base);
     builder.matchBookmarks();
     return map;
 }
 
-void TextMapBuilder::walk(pugi::xml_node root) {
+void TextMapBuilder::walk(pugi::xml_node root, pugi::xml_node first, pugi::xml_node stop) {
     std::vector<Frame> stack;
-    stack.push_back({root, root.first_child(), false});
+    stack.push_back({root, first, false});
     while (!stack.empty()) {
         auto& frame = stack.back();
-        if (!frame.next) {
+        if (!frame.next || (stack.size() == 1 && frame.next == stop)) {
             leave(frame.element, frame.deleted);
             stack.pop_back();
             continue;
@@ -257,12 +262,13 @@ void TextMapBuilder::matchFields() {
 
 // Gives every item its offset and width. Text inside a field code (up to its separate) is not
 // visible; it is added to the code of the innermost field and of every field whose code holds it.
-void TextMapBuilder::measure() {
+void TextMapBuilder::measure(long base) {
     auto& items = map_.items;
     std::vector<int> open;    // fields entered, innermost last
     std::vector<bool> inCode; // parallel: still before the separate
     int codeDepth = 0;
-    long offset = 0;
+    long offset = base;
+    map_.setFirst(base);
     const auto appendCode = [&](std::string_view text) {
         for (int level = static_cast<int>(open.size()) - 1; level >= 0 && inCode[level]; --level) {
             map_.fields[open[level]].code.append(text);

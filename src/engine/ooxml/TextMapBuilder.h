@@ -10,11 +10,14 @@ namespace wordbm::ooxml {
 class TextMapBuilder {
 public:
     static TextMap build(pugi::xml_node storyRoot);
+    // The table of the story root's children from `first` up to `stop` (null: to the end), whose
+    // text begins at story offset `base`. Fields must not reach out of them.
+    static TextMap build(pugi::xml_node storyRoot, pugi::xml_node first, pugi::xml_node stop, long base);
 
 private:
     explicit TextMapBuilder(TextMap& map) : map_(map) {}
 
-    void walk(pugi::xml_node root);
+    void walk(pugi::xml_node root, pugi::xml_node first, pugi::xml_node stop);
     // Returns true when the walk should go into the element's children.
     bool enter(pugi::xml_node element, bool deleted);
     void leave(pugi::xml_node element, bool deleted);
@@ -23,7 +26,7 @@ private:
     void add(pugi::xml_node node, ItemKind kind);
 
     void matchFields();
-    void measure();
+    void measure(long base);
     void matchBookmarks();
 
     TextMap& map_;
