@@ -5,9 +5,12 @@
 #include "engine/merge/InvoiceMaker.h"
 #include "engine/merge/MergeSession.h"
 #include "engine/merge/MergeWorkers.h"
+#include "engine/merge/PreparedForm.h"
 #include "engine/ports/UserInterface.h"
+#include "engine/word/Application.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
+#include "engine/word/WordConstants.h"
 #include "names/FileNameTemplate.h"
 #include "qrbill/PrintedCode.h"
 #include "qrbill/QRBillValidator.h"
@@ -16,6 +19,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <filesystem>
 
 namespace wordbm {
 
@@ -76,19 +80,43 @@ void MergeRun::prepare() {
     if (testOnly_) {
         return;
     }
+    prepareForm();
     if (s.MergeJobs() > 1 && lineCount_ > 1) {
-        workers_ = std::make_unique<MergeWorkers>(
-            s.MergeJobs(),
-            MergeWorkers::Setup{s.WordFactory(), s.WordWork(), choices_, &s.Fields(), s.SlipBuilder()},
-            s.CSV());
+        workers_ =
+            std::make_unique<MergeWorkers>(s.MergeJobs(),
+                                           MergeWorkers::Setup{s.WordFactory(), s.WordWork(), choices_,
+                                                               &s.Fields(), s.SlipBuilder(), prepared_.get()},
+                                           s.CSV());
         return;
     }
     const auto letEventsRun = [&s] { s.UI().processEvents(); };
     filler_ = std::make_unique<BookmarkFiller>(s.Fields(), s.CSV(), s.Coder(), s.QRComponent(),
                                                s.SlipBuilder(), letEventsRun);
     const auto report = [&s](const std::string& text) { s.ShowFailure(text); };
-    maker_ = std::make_unique<InvoiceMaker>(*s.Word(), s.WordWork(), choices_, *filler_,
-                                            InvoiceMaker::Hooks{report, letEventsRun, nullptr});
+    maker_ =
+        std::make_unique<InvoiceMaker>(*s.Word(), s.WordWork(), choices_, *filler_,
+                                       InvoiceMaker::Hooks{report, letEventsRun, nullptr, prepared_.get()});
+}
+
+void MergeRun::prepareForm() {
+    // A PDF or a print needs the filled document, and an invoice left open is one.
+    const bool savedOnly = !choices_.PDF && !choices_.Print && (choices_.Close || choices_.Delete);
+    MergeSession& s = session_;
+    if (!savedOnly || lineCount_ < 1 || !s.WordFactory()) {
+        return;
+    }
+    try {
+        const word::ApplicationPtr word = s.WordFactory()();
+        if (!word) {
+            return;
+        }
+        BookmarkFiller filler(s.Fields(), s.CSV(), s.Coder(), s.QRComponent(), s.SlipBuilder(), {});
+        const std::string folder = std::filesystem::path(nativePath(s.WordWork())).parent_path().string();
+        prepared_ = PreparedForm::make(*word, s.WordWork(), s.Fields(), filler, folder);
+        word->Quit(word::wd::wdDoNotSaveChanges);
+    } catch (const std::exception&) {
+        // Every invoice is then made through the word processor, which reports what is wrong.
+    }
 }
 
 void MergeRun::walkRows() {

@@ -22,6 +22,7 @@ namespace wordbm {
 class InvoiceMaker;
 class MergeSession;
 class MergeWorkers;
+class PreparedForm;
 
 // One merge or test run of the engine: for every invoice row of the control file the name from
 // the mask, its folder, the invoice itself (made here on the session's document, or by worker
@@ -63,6 +64,8 @@ private:
     ResultList finish();
     // Whether the form carries QR-bill data, and whether it carries a QR code.
     void inspectForm();
+    // The form made ready once for invoices that are only saved; null when it cannot be.
+    void prepareForm();
     // The row's name, folder and warnings; `job` receives the invoice to make, if any.
     Entry plan(std::int32_t row, std::optional<MergeJob>& job);
     // Makes the invoice here, or hands it to the threads once they have room; false when the
@@ -92,6 +95,7 @@ private:
     bool stopped_ = false;
     std::int32_t stopRow_ = 0;
 
+    std::unique_ptr<PreparedForm> prepared_;
     std::unique_ptr<BookmarkFiller> filler_;
     std::unique_ptr<InvoiceMaker> maker_;
     std::unique_ptr<MergeWorkers> workers_;
