@@ -115,7 +115,8 @@ bool InvoiceMaker::makePrepared(const MergeJob& job, InvoiceOutcome& outcome) {
         error = file.write(*invoice);
     }
     if (!error) {
-        error = file.commit();
+        // The run flushes its folders once at its end.
+        error = file.commit(false);
     }
     if (error) {
         fail(outcome,

@@ -15,6 +15,7 @@
 #include "qrbill/PrintedCode.h"
 #include "qrbill/QRBillValidator.h"
 #include "qrbill/QRCoder.h"
+#include "support/FileOps.h"
 #include "support/Folders.h"
 
 #include <algorithm>
@@ -64,6 +65,7 @@ ResultList MergeRun::run() {
     session_.UI().progressStart(testOnly_ ? "Dateinamen testen" : "Rechnungen erstellen", lineCount_);
     walkRows();
     deliverAll();
+    flushFolders();
     session_.UI().progressStop();
     return finish();
 }
@@ -168,6 +170,9 @@ MergeRun::Entry MergeRun::plan(std::int32_t row, std::optional<MergeJob>& job) {
         entry.lines.push_back("  " + shown);
         if (!testOnly_) {
             job = MergeJob{row, docName, path, jobs_++};
+            if (prepared_) {
+                savedFolders_.insert(std::filesystem::path(path).parent_path().string());
+            }
             if (choices_.PDF && proveCodes_) {
                 entry.pdf = InvoiceMaker::pdfPathOf(path);
             }
@@ -232,6 +237,15 @@ void MergeRun::deliverAll() {
             halt(lineCount_ + 1);
             // Only invoices not yet begun are left out; when none was waiting, the run is whole.
             stopped_ = stopRow_ <= lineCount_;
+        }
+    }
+}
+
+void MergeRun::flushFolders() {
+    for (const std::string& folder : savedFolders_) {
+        if (const std::error_code error = flushFolder(folder)) {
+            result_.failedLines.push_back(result_.lines.size());
+            result_.lines.push_back(NotFlushed + folder + " (" + error.message() + ")");
         }
     }
 }

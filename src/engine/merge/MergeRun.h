@@ -14,6 +14,7 @@
 #include <future>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,7 @@ public:
     static constexpr const char* QRWarning = "    QR-Rechnung: ";
     static constexpr const char* Stopped = "**Abgebrochen vor Zeile ";
     static constexpr const char* CodeProblem = "    QR-Code: ";
+    static constexpr const char* NotFlushed = "**Nicht auf die Festplatte geschrieben: ";
 
 private:
     // A row on its way into the result list; its invoice may still be in the making.
@@ -76,6 +78,8 @@ private:
     // Moves finished entries, in row order, into the result; waits up to `wait` for the first one.
     void deliver(int waitMilliseconds);
     void deliverAll();
+    // Invoices joined from the prepared form are written without a flush each; this is theirs.
+    void flushFolders();
     void record(Entry& entry, const InvoiceOutcome& outcome);
     // Starts reading the PDF's QR code back, away from the threads that make the invoices.
     void prove(Entry& entry);
@@ -96,6 +100,7 @@ private:
     std::int32_t stopRow_ = 0;
 
     std::unique_ptr<PreparedForm> prepared_;
+    std::set<std::string> savedFolders_;
     std::unique_ptr<BookmarkFiller> filler_;
     std::unique_ptr<InvoiceMaker> maker_;
     std::unique_ptr<MergeWorkers> workers_;
