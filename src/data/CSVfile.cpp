@@ -136,7 +136,7 @@ void CSVfile::ReadFile(const std::string& path, const std::optional<Variant>& se
     skipLines_ = countArgument(skipLines);
     // Kept on purpose: the field cache survives a new file and only its index goes back to 0, so it
     // must hold on to the old line's bytes before the text goes.
-    fieldCache_.detach(text_);
+    fieldCache_.detach(*text_);
     LoadLines();
     if (withFieldNames_) {
         ParseHeader();
@@ -146,18 +146,20 @@ void CSVfile::ReadFile(const std::string& path, const std::optional<Variant>& se
 }
 
 void CSVfile::LoadLines() {
-    text_ = readAnsiText(path_).value_or(std::string());
-    if (text_.size() > MaxTextSize) {
-        text_ = std::string();
+    std::string text = readAnsiText(path_).value_or(std::string());
+    if (text.size() > MaxTextSize) {
+        text = std::string();
     }
+    text_ = std::make_shared<const std::string>(std::move(text));
     lineStarts_.clear();
     // An empty text has no lines at all; otherwise every CR LF starts one more, even at the end.
-    if (!text_.empty()) {
+    if (!text_->empty()) {
         // Counted first: growing the table by doubling would cost a hostile file of bare line ends
         // several times its own size.
-        lineStarts_.reserve(countLineEnds(text_) + 1);
+        lineStarts_.reserve(countLineEnds(*text_) + 1);
         lineStarts_.push_back(0);
-        for (std::size_t at = text_.find("\r\n"); at != std::string::npos; at = text_.find("\r\n", at + 2)) {
+        for (std::size_t at = text_->find("\r\n"); at != std::string::npos;
+             at = text_->find("\r\n", at + 2)) {
             lineStarts_.push_back(static_cast<std::uint32_t>(at + 2));
         }
     }
@@ -226,8 +228,8 @@ std::string_view CSVfile::physicalLine(std::int64_t index) const {
     }
     const std::size_t begin = lineStarts_[index];
     const bool last = index + 1 == static_cast<std::int64_t>(lineStarts_.size());
-    const std::size_t end = last ? text_.size() : lineStarts_[index + 1] - 2;
-    return std::string_view(text_).substr(begin, end - begin);
+    const std::size_t end = last ? text_->size() : lineStarts_[index + 1] - 2;
+    return std::string_view(*text_).substr(begin, end - begin);
 }
 
 bool CSVfile::isBlankLine(std::int64_t index) {
@@ -300,11 +302,11 @@ Variant CSVfile::Field(FieldKey field, std::int32_t line) {
     }
     if (p != cachedLine_) {
         const std::string_view physical = physicalLine(p);
-        fieldCache_.assign(static_cast<std::size_t>(physical.data() - text_.data()), physical.size(),
+        fieldCache_.assign(static_cast<std::size_t>(physical.data() - text_->data()), physical.size(),
                            separator_);
         cachedLine_ = p;
     }
-    const auto piece = fieldCache_.piece(text_, static_cast<std::size_t>(c));
+    const auto piece = fieldCache_.piece(*text_, static_cast<std::size_t>(c));
     std::string value = piece ? unquoteValue(*piece) : std::string();
     if (value.empty()) {
         return Variant::null();

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -79,7 +80,8 @@ private:
     bool isBlankLine(std::int64_t index);
 
     std::string path_;
-    std::string text_;
+    // Shared by copies: the threads of a merge each take one, and it is never changed in place.
+    std::shared_ptr<const std::string> text_ = std::make_shared<const std::string>();
     // Where each physical line starts in text_; it ends two bytes (CR LF) before the next.
     std::vector<std::uint32_t> lineStarts_;
     std::int32_t lineCount_ = 0;

@@ -77,8 +77,8 @@ std::error_code AtomicFile::write(std::string_view bytes) {
     return {};
 }
 
-std::error_code AtomicFile::commit() {
-    if (::fsync(fd_) != 0) {
+std::error_code AtomicFile::commit(bool flush) {
+    if (flush && ::fsync(fd_) != 0) {
         return lastError();
     }
     const int fd = fd_;

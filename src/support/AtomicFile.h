@@ -17,8 +17,9 @@ public:
 
     std::error_code open();
     std::error_code write(std::string_view bytes);
-    // Flushes to disk, closes and renames over the target.
-    std::error_code commit();
+    // Flushes to disk, closes and renames over the target. Without `flush` the flush is left to a
+    // later flushFolder() (FileOps), so that a run of many files pays for one.
+    std::error_code commit(bool flush = true);
 
 private:
     void discard();

@@ -6,8 +6,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace wordbm {
 
@@ -133,6 +136,20 @@ std::string FileOpenCheck(const std::string& path) {
     std::string text = "Kann Datei nicht öffnen!";
     text.append(LineBreak).append(path).append(LineBreak).append(in.error().message());
     return text;
+}
+
+std::error_code flushFolder(const std::string& folder) {
+    const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) {
+        return {errno, std::generic_category()};
+    }
+    // One flush of the file system instead of one per file; it reports write errors since Linux 5.8.
+    std::error_code error;
+    if (::syncfs(fd) != 0) {
+        error = {errno, std::generic_category()};
+    }
+    ::close(fd);
+    return error;
 }
 
 bool fileExists(const std::string& path) {

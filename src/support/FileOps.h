@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 // File helpers used at the program's file boundary. Paths are native (see nativePath).
 namespace wordbm {
@@ -28,6 +29,10 @@ std::string FileCopy(const std::string& source, const std::string& target);
 // "Datei nicht gefunden!" CR LF path, or "Kann Datei nicht öffnen!" CR LF path CR LF description;
 // empty when the file can be opened for reading.
 std::string FileOpenCheck(const std::string& path);
+
+// Flushes what was written to the file system that holds `folder` to disk, such as files committed
+// without a flush of their own; the error when that fails.
+std::error_code flushFolder(const std::string& folder);
 
 bool fileExists(const std::string& path);
 bool folderExists(const std::string& path);

@@ -4,9 +4,13 @@
 // header's Shapes are the floating shapes of all headers and footers of the document.
 #include "CorpusXml.h"
 #include "app/EngineVerbs.h"
+#include "data/CSVfile.h"
 #include "data/KnownFields.h"
 #include "data/MergeFieldName.h"
+#include "engine/merge/BookmarkFiller.h"
+#include "engine/merge/PreparedForm.h"
 #include "engine/ooxml/DocxApplication.h"
+#include "engine/ooxml/Package.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
@@ -15,6 +19,8 @@
 #include "kit/EnvGuard.h"
 #include "kit/FileBytes.h"
 #include "kit/TempDir.h"
+#include "qrbill/QRCoder.h"
+#include "qrbill/QRImage.h"
 
 #include <algorithm>
 #include <array>
@@ -532,6 +538,36 @@ void writeControlFile(const fs::path& csv) {
     writeBytes(csv.string(), text + "\r\n");
 }
 
+// Values the word processor must take as they stand: markup characters and blanks at the edges
+// (row 1), blank values (row 2), and a tab, which it types as an element of its own (row 3).
+void writeAwkwardControlFile(const fs::path& csv) {
+    std::string text = "RgNummer";
+    for (const auto& field : PreparedFields) {
+        text += ";" + field;
+    }
+    for (int row = 1; row <= 3; ++row) {
+        text += "\r\n" + std::to_string(row);
+        for (std::size_t field = 0; field < PreparedFields.size(); ++field) {
+            const bool date = PreparedFields[field] == "RgDatum";
+            const std::string value = valueOf(field, row);
+            text += ";" + (date || row == 1 ? " " + value + " & <" + value + "> 'x' "
+                           : row == 2       ? ""
+                                            : value + "\tTab");
+        }
+    }
+    writeBytes(csv.string(), text + "\r\n");
+}
+
+// Every part of a package as stored, by name.
+std::map<std::string, std::string> partsOf(const fs::path& docx) {
+    const auto package = ooxml::Package::open(docx.string());
+    std::map<std::string, std::string> parts;
+    for (const auto& name : package->partNames()) {
+        parts[name] = package->bytes(name);
+    }
+    return parts;
+}
+
 std::vector<std::string> codesOf(const fs::path& docx) {
     std::vector<std::string> codes;
     for (const auto& field : fieldsIn(CorpusXml(docx).root("word/document.xml"), false)) {
@@ -664,6 +700,56 @@ TEST_F(AnalyzeCorpus, PreparedFormsGoThroughConvertAndMergeToPdfWithNothingLost)
         }
     }
     EXPECT_GE(merged, 58);
+}
+
+// Every corpus form prepared and converted as above, then merged three times: with the invoices
+// left open, which the word processor fills one by one, and with the invoices only saved, which the
+// run joins from the form it prepared once, by one thread and by two. The invoices are the same
+// part by part.
+TEST_F(AnalyzeCorpus, InvoicesJoinedFromThePreparedFormAreThoseTheWordProcessorFills) {
+    const fs::path csv = folder_ / "Knifflig.csv";
+    writeAwkwardControlFile(csv);
+    CSVfile data;
+    data.ReadFile(csv.string());
+    QRCoder coder(data);
+    QRImage image;
+    BookmarkFiller filler(known_, data, coder, image, nullptr, {});
+    int forms = 0;
+    int preparedForms = 0;
+    for (const auto& original : documents()) {
+        SCOPED_TRACE(original.filename().string());
+        const fs::path work = folder_ / ("j" + std::to_string(forms++));
+        fs::create_directories(work);
+        std::ostringstream out;
+        std::ostringstream err;
+        EngineVerbs verbs(out, err, false);
+        const fs::path converted = work / "Konvertiert.docx";
+        ASSERT_EQ(verbs.convert(prepared(original, work).string(), converted.string()), EngineVerbs::ExitFine)
+            << err.str();
+        const auto word = ooxml::DocxApplication::create();
+        preparedForms += PreparedForm::make(*word, converted.string(), known_, filler, work.string()) ? 1 : 0;
+        const std::array<std::pair<std::string, int>, 3> runs{
+            {{"offen", 1}, {"gespeichert", 1}, {"zwei", 2}}};
+        for (const auto& [folder, jobs] : runs) {
+            EngineVerbs::MergeRequest request{converted.string(),
+                                              csv.string(),
+                                              "&W&\\&R&-Rechnung.&E&",
+                                              (work / folder).string(),
+                                              {},
+                                              false,
+                                              jobs};
+            request.choices.Close = folder != "offen";
+            EXPECT_EQ(verbs.merge(request), EngineVerbs::ExitFine) << out.str() << err.str();
+        }
+        for (int row = 1; row <= 3; ++row) {
+            const std::string name = "00000" + std::to_string(row) + "-Rechnung.docx";
+            const auto byWord = partsOf(work / "offen" / name);
+            EXPECT_EQ(partsOf(work / "gespeichert" / name), byWord) << "row " << row;
+            EXPECT_EQ(partsOf(work / "zwei" / name), byWord) << "row " << row;
+        }
+    }
+    EXPECT_GE(forms, 58);
+    EXPECT_EQ(preparedForms, forms);
 }
 
 } // namespace

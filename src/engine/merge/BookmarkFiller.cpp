@@ -87,6 +87,17 @@ bool BookmarkFiller::isQRField(std::string_view field) {
 
 std::vector<std::string> BookmarkFiller::fill(word::Application& word, word::Document& doc,
                                               std::int32_t row) {
+    return fillAll(word, doc, row, nullptr);
+}
+
+std::vector<std::string> BookmarkFiller::fill(word::Application& word, word::Document& doc, std::int32_t row,
+                                              const std::function<std::string(const std::string&)>& standIn) {
+    return fillAll(word, doc, row, &standIn);
+}
+
+std::vector<std::string>
+BookmarkFiller::fillAll(word::Application& word, word::Document& doc, std::int32_t row,
+                        const std::function<std::string(const std::string&)>* standIn) {
     std::vector<std::string> problems;
     setScreenUpdating(word, false);
     std::vector<std::string> names;
@@ -106,7 +117,7 @@ std::vector<std::string> BookmarkFiller::fill(word::Application& word, word::Doc
         }
         slipFilled = slipFilled || (slip_ && field.starts_with(SlipPrefix));
         try {
-            fillOne(word, doc, name, field, row);
+            fillOne(word, doc, name, field, row, standIn);
         } catch (const std::exception& failure) {
             problems.push_back("Textmarke " + name + ": " + failure.what());
         }
@@ -123,7 +134,8 @@ std::vector<std::string> BookmarkFiller::fill(word::Application& word, word::Doc
 }
 
 void BookmarkFiller::fillOne(word::Application& word, word::Document& doc, const std::string& bookmark,
-                             const std::string& field, std::int32_t row) {
+                             const std::string& field, std::int32_t row,
+                             const std::function<std::string(const std::string&)>* standIn) {
     if (field == KnownFields::Separator) {
         return;
     }
@@ -147,7 +159,7 @@ void BookmarkFiller::fillOne(word::Application& word, word::Document& doc, const
     if (field == "QRCode") {
         pasteQRCode(*selection, row);
     } else {
-        selection->TypeText(textOf(field, row));
+        selection->TypeText(standIn ? (*standIn)(bookmark) : textOf(field, row));
     }
     // In Word a bookmark goes with the text it marks; here one that starts or ends exactly where
     // the filled one does would survive, depending on the order of the markers in the file.

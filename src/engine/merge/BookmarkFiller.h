@@ -32,6 +32,13 @@ public:
     // as Word does, and those are then passed over. A bookmark that cannot be filled is passed
     // over too, and the list says which and why, one line each.
     std::vector<std::string> fill(word::Application& word, word::Document& doc, std::int32_t row);
+    // The same fill with `standIn(bookmark)` typed in place of every text the row would give;
+    // pictures and payment-slip fields are filled from `row` as usual.
+    std::vector<std::string> fill(word::Application& word, word::Document& doc, std::int32_t row,
+                                  const std::function<std::string(const std::string&)>& standIn);
+
+    // The text typed for `field` from data line `row`, as fill types it.
+    std::string textOf(const std::string& field, std::int32_t row);
 
     // The fields whose text comes from the QR-bill data rather than from a column.
     static bool isQRField(std::string_view field);
@@ -45,12 +52,14 @@ public:
     static std::mutex& imageSlotLock();
 
 private:
+    std::vector<std::string> fillAll(word::Application& word, word::Document& doc, std::int32_t row,
+                                     const std::function<std::string(const std::string&)>* standIn);
     void fillOne(word::Application& word, word::Document& doc, const std::string& bookmark,
-                 const std::string& field, std::int32_t row);
+                 const std::string& field, std::int32_t row,
+                 const std::function<std::string(const std::string&)>* standIn);
     void pasteQRCode(word::Selection& selection, std::int32_t row);
     static std::vector<std::string> bookmarksInside(word::Bookmark& bookmark);
     static std::vector<std::string> bookmarksWithin(word::Bookmark& bookmark);
-    std::string textOf(const std::string& field, std::int32_t row);
 
     const KnownFields& fields_;
     CSVfile& data_;

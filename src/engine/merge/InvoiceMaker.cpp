@@ -1,12 +1,14 @@
 #include "engine/merge/InvoiceMaker.h"
 
 #include "engine/merge/BookmarkFiller.h"
+#include "engine/merge/PreparedForm.h"
 #include "engine/merge/PrintTurns.h"
 #include "engine/word/Application.h"
 #include "engine/word/AutomationError.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
 #include "engine/word/WordConstants.h"
+#include "support/AtomicFile.h"
 
 #include <chrono>
 #include <exception>
@@ -61,6 +63,13 @@ std::string InvoiceMaker::pdfPathOf(const std::string& path) {
 
 InvoiceOutcome InvoiceMaker::make(word::DocumentPtr& doc, const MergeJob& job, bool fill) {
     InvoiceOutcome outcome;
+    // The working form stays open as it is: the next invoice starts from it without reopening.
+    if (fill && doc && hooks_.prepared && makePrepared(job, outcome)) {
+        if (choices_.Delete) {
+            remove(job.path, outcome);
+        }
+        return outcome;
+    }
     if (fill && doc) {
         for (std::string& problem : filler_.fill(word_, *doc, job.row)) {
             outcome.notes.push_back("    " + std::move(problem));
@@ -86,6 +95,35 @@ InvoiceOutcome InvoiceMaker::make(word::DocumentPtr& doc, const MergeJob& job, b
     }
     reopen(doc, saved);
     return outcome;
+}
+
+bool InvoiceMaker::makePrepared(const MergeJob& job, InvoiceOutcome& outcome) {
+    const PreparedForm& form = *hooks_.prepared;
+    std::vector<std::string> texts;
+    texts.reserve(form.fields().size());
+    for (const std::string& field : form.fields()) {
+        texts.push_back(filler_.textOf(field, job.row));
+    }
+    const std::optional<std::string> invoice = form.invoice(texts);
+    if (!invoice) {
+        return false;
+    }
+    removeQuietly(job.path);
+    AtomicFile file(job.path);
+    std::error_code error = file.open();
+    if (!error) {
+        error = file.write(*invoice);
+    }
+    if (!error) {
+        // The run flushes its folders once at its end.
+        error = file.commit(false);
+    }
+    if (error) {
+        fail(outcome,
+             "Das Dokument kann nicht gespeichert werden: " + job.path + " (" + describe(error) + ").",
+             NotSaved);
+    }
+    return true;
 }
 
 bool InvoiceMaker::save(word::DocumentPtr& doc, const std::string& path, InvoiceOutcome& outcome) {

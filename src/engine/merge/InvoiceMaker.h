@@ -11,6 +11,7 @@
 namespace wordbm {
 
 class BookmarkFiller;
+class PreparedForm;
 class PrintTurns;
 
 // Makes one invoice after another from the working form open in one word processor: fill, save
@@ -27,6 +28,9 @@ public:
         std::function<void()> letEventsRun;
         // Invoices made side by side wait here for their turn at the printer; may be null.
         PrintTurns* printTurns = nullptr;
+        // The form made ready for this run's invoices, shared by the run's threads; may be null.
+        // Only for invoices that are saved, closed and at most deleted: no PDF, no printing.
+        const PreparedForm* prepared = nullptr;
     };
 
     // All arguments are borrowed and must outlive the maker.
@@ -41,6 +45,8 @@ public:
     static std::string pdfPathOf(const std::string& path);
 
 private:
+    // The invoice from the prepared form; false when its texts need the word processor.
+    bool makePrepared(const MergeJob& job, InvoiceOutcome& outcome);
     bool save(word::DocumentPtr& doc, const std::string& path, InvoiceOutcome& outcome);
     void exportPdf(word::DocumentPtr& doc, const std::string& path, InvoiceOutcome& outcome);
     void print(word::DocumentPtr& doc, const MergeJob& job, InvoiceOutcome& outcome);

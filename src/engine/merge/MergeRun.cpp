@@ -5,17 +5,22 @@
 #include "engine/merge/InvoiceMaker.h"
 #include "engine/merge/MergeSession.h"
 #include "engine/merge/MergeWorkers.h"
+#include "engine/merge/PreparedForm.h"
 #include "engine/ports/UserInterface.h"
+#include "engine/word/Application.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
+#include "engine/word/WordConstants.h"
 #include "names/FileNameTemplate.h"
 #include "qrbill/PrintedCode.h"
 #include "qrbill/QRBillValidator.h"
 #include "qrbill/QRCoder.h"
+#include "support/FileOps.h"
 #include "support/Folders.h"
 
 #include <algorithm>
 #include <exception>
+#include <filesystem>
 
 namespace wordbm {
 
@@ -60,6 +65,7 @@ ResultList MergeRun::run() {
     session_.UI().progressStart(testOnly_ ? "Dateinamen testen" : "Rechnungen erstellen", lineCount_);
     walkRows();
     deliverAll();
+    flushFolders();
     session_.UI().progressStop();
     return finish();
 }
@@ -76,19 +82,43 @@ void MergeRun::prepare() {
     if (testOnly_) {
         return;
     }
+    prepareForm();
     if (s.MergeJobs() > 1 && lineCount_ > 1) {
-        workers_ = std::make_unique<MergeWorkers>(
-            s.MergeJobs(),
-            MergeWorkers::Setup{s.WordFactory(), s.WordWork(), choices_, &s.Fields(), s.SlipBuilder()},
-            s.CSV());
+        workers_ =
+            std::make_unique<MergeWorkers>(s.MergeJobs(),
+                                           MergeWorkers::Setup{s.WordFactory(), s.WordWork(), choices_,
+                                                               &s.Fields(), s.SlipBuilder(), prepared_.get()},
+                                           s.CSV());
         return;
     }
     const auto letEventsRun = [&s] { s.UI().processEvents(); };
     filler_ = std::make_unique<BookmarkFiller>(s.Fields(), s.CSV(), s.Coder(), s.QRComponent(),
                                                s.SlipBuilder(), letEventsRun);
     const auto report = [&s](const std::string& text) { s.ShowFailure(text); };
-    maker_ = std::make_unique<InvoiceMaker>(*s.Word(), s.WordWork(), choices_, *filler_,
-                                            InvoiceMaker::Hooks{report, letEventsRun, nullptr});
+    maker_ =
+        std::make_unique<InvoiceMaker>(*s.Word(), s.WordWork(), choices_, *filler_,
+                                       InvoiceMaker::Hooks{report, letEventsRun, nullptr, prepared_.get()});
+}
+
+void MergeRun::prepareForm() {
+    // A PDF or a print needs the filled document, and an invoice left open is one.
+    const bool savedOnly = !choices_.PDF && !choices_.Print && (choices_.Close || choices_.Delete);
+    MergeSession& s = session_;
+    if (!savedOnly || lineCount_ < 1 || !s.WordFactory()) {
+        return;
+    }
+    try {
+        const word::ApplicationPtr word = s.WordFactory()();
+        if (!word) {
+            return;
+        }
+        BookmarkFiller filler(s.Fields(), s.CSV(), s.Coder(), s.QRComponent(), s.SlipBuilder(), {});
+        const std::string folder = std::filesystem::path(nativePath(s.WordWork())).parent_path().string();
+        prepared_ = PreparedForm::make(*word, s.WordWork(), s.Fields(), filler, folder);
+        word->Quit(word::wd::wdDoNotSaveChanges);
+    } catch (const std::exception&) {
+        // Every invoice is then made through the word processor, which reports what is wrong.
+    }
 }
 
 void MergeRun::walkRows() {
@@ -140,6 +170,9 @@ MergeRun::Entry MergeRun::plan(std::int32_t row, std::optional<MergeJob>& job) {
         entry.lines.push_back("  " + shown);
         if (!testOnly_) {
             job = MergeJob{row, docName, path, jobs_++};
+            if (prepared_) {
+                savedFolders_.insert(std::filesystem::path(path).parent_path().string());
+            }
             if (choices_.PDF && proveCodes_) {
                 entry.pdf = InvoiceMaker::pdfPathOf(path);
             }
@@ -204,6 +237,15 @@ void MergeRun::deliverAll() {
             halt(lineCount_ + 1);
             // Only invoices not yet begun are left out; when none was waiting, the run is whole.
             stopped_ = stopRow_ <= lineCount_;
+        }
+    }
+}
+
+void MergeRun::flushFolders() {
+    for (const std::string& folder : savedFolders_) {
+        if (const std::error_code error = flushFolder(folder)) {
+            result_.failedLines.push_back(result_.lines.size());
+            result_.lines.push_back(NotFlushed + folder + " (" + error.message() + ")");
         }
     }
 }

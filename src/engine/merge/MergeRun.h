@@ -14,6 +14,7 @@
 #include <future>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,7 @@ namespace wordbm {
 class InvoiceMaker;
 class MergeSession;
 class MergeWorkers;
+class PreparedForm;
 
 // One merge or test run of the engine: for every invoice row of the control file the name from
 // the mask, its folder, the invoice itself (made here on the session's document, or by worker
@@ -43,6 +45,7 @@ public:
     static constexpr const char* QRWarning = "    QR-Rechnung: ";
     static constexpr const char* Stopped = "**Abgebrochen vor Zeile ";
     static constexpr const char* CodeProblem = "    QR-Code: ";
+    static constexpr const char* NotFlushed = "**Nicht auf die Festplatte geschrieben: ";
 
 private:
     // A row on its way into the result list; its invoice may still be in the making.
@@ -63,6 +66,8 @@ private:
     ResultList finish();
     // Whether the form carries QR-bill data, and whether it carries a QR code.
     void inspectForm();
+    // The form made ready once for invoices that are only saved; null when it cannot be.
+    void prepareForm();
     // The row's name, folder and warnings; `job` receives the invoice to make, if any.
     Entry plan(std::int32_t row, std::optional<MergeJob>& job);
     // Makes the invoice here, or hands it to the threads once they have room; false when the
@@ -73,6 +78,8 @@ private:
     // Moves finished entries, in row order, into the result; waits up to `wait` for the first one.
     void deliver(int waitMilliseconds);
     void deliverAll();
+    // Invoices joined from the prepared form are written without a flush each; this is theirs.
+    void flushFolders();
     void record(Entry& entry, const InvoiceOutcome& outcome);
     // Starts reading the PDF's QR code back, away from the threads that make the invoices.
     void prove(Entry& entry);
@@ -92,6 +99,8 @@ private:
     bool stopped_ = false;
     std::int32_t stopRow_ = 0;
 
+    std::unique_ptr<PreparedForm> prepared_;
+    std::set<std::string> savedFolders_;
     std::unique_ptr<BookmarkFiller> filler_;
     std::unique_ptr<InvoiceMaker> maker_;
     std::unique_ptr<MergeWorkers> workers_;

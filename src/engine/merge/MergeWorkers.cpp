@@ -122,7 +122,7 @@ void MergeWorkers::work(Worker& worker) {
     std::optional<InvoiceMaker> maker;
     if (word) {
         maker.emplace(*word, setup_.workingForm, setup_.choices, filler,
-                      InvoiceMaker::Hooks{{}, {}, printing ? &printTurns_ : nullptr});
+                      InvoiceMaker::Hooks{{}, {}, printing ? &printTurns_ : nullptr, setup_.prepared});
     }
     while (const auto job = next()) {
         if (!maker) {

@@ -23,6 +23,7 @@
 namespace wordbm {
 
 class KnownFields;
+class PreparedForm;
 class SlipPort;
 
 // Threads that make invoices side by side for the merge run. Each thread starts a word processor
@@ -38,6 +39,8 @@ public:
         // Read by every thread; must not change while the workers run.
         const KnownFields* fields = nullptr;
         SlipPort* slip = nullptr;
+        // Shared by every thread; may be null.
+        const PreparedForm* prepared = nullptr;
     };
 
     // Copies `data` once per thread before any thread starts.
