@@ -4,6 +4,7 @@
 #include "app/VerbSession.h"
 #include "engine/office/OfficeConverter.h"
 #include "engine/word/Document.h"
+#include "support/CoreCount.h"
 #include "support/FileOps.h"
 
 #include <exception>
@@ -129,10 +130,11 @@ int EngineVerbs::merge(const MergeRequest& request) {
     if (!session.openControlFile(request.csv) || !session.openForm(request.form)) {
         return ExitUnusable;
     }
-    engine.MergeJobs(request.jobs);
+    const int jobs = request.jobs > 0 ? request.jobs : CoreCount();
+    engine.MergeJobs(jobs);
     auto& converter = office::OfficeConverter::shared();
-    if ((request.choices.PDF || request.choices.Print) && converter.poolSize() < request.jobs) {
-        converter.setPoolSize(request.jobs);
+    if ((request.choices.PDF || request.choices.Print) && converter.poolSize() < jobs) {
+        converter.setPoolSize(jobs);
     }
     const InterruptStop interrupt(session.ui());
     if (request.testOnly) {

@@ -26,7 +26,8 @@ public:
         std::string outFolder;
         MergeChoices choices;
         bool testOnly = false;
-        int jobs = 1;
+        // Invoices made side by side; 0 for one per core.
+        int jobs = 0;
     };
 
     static constexpr int ExitFine = 0;

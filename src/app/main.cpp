@@ -122,7 +122,8 @@ void addMerge(CLI::App& app, VerbOptions& options) {
     merge->add_flag("--delete", request.choices.Delete,
                     "delete the saved invoice documents (implies --close)");
     merge->add_flag("--test", request.testOnly, "only list the names the invoices would get");
-    merge->add_option("--jobs", request.jobs, "invoices made side by side")->check(CLI::Range(1, 64));
+    merge->add_option("--jobs", request.jobs, "invoices made side by side (default: one per core)")
+        ->check(CLI::Range(1, 64));
     merge->callback([&options] {
         auto& chosen = options.merge.choices;
         chosen.PDF = chosen.PDF || chosen.PDFA;

@@ -39,6 +39,11 @@ void MonoBitmap::fill(int left, int top, int width, int height, bool black) {
     }
 }
 
+void MonoBitmap::copyRow(int from, int to) {
+    std::memcpy(bits_.data() + static_cast<std::size_t>(to) * rowBytes_,
+                bits_.data() + static_cast<std::size_t>(from) * rowBytes_, rowBytes_);
+}
+
 void MonoBitmap::fillRow(std::uint8_t* row, int x0, int x1, bool black) {
     const auto paint = [black](std::uint8_t& byte, std::uint8_t bits) {
         byte = static_cast<std::uint8_t>(black ? byte & ~bits : byte | bits);

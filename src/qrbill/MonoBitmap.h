@@ -21,6 +21,8 @@ public:
 
     // Paints the rectangle, clipped to the bitmap.
     void fill(int left, int top, int width, int height, bool black);
+    // Makes row `to` a copy of row `from`; both must be in range.
+    void copyRow(int from, int to);
 
     std::size_t rowBytes() const { return rowBytes_; }
     // The packed pixels of row y, which must be in range.

@@ -3,12 +3,12 @@
 #include "qrbill/ImageSlot.h"
 #include "qrbill/MonoBitmap.h"
 #include "qrbill/MonoPng.h"
+#include "qrbill/QRSymbol.h"
 
 #include <algorithm>
 #include <cmath>
 #include <exception>
 #include <optional>
-#include <qrcodegen.hpp>
 #include <string>
 #include <vector>
 
@@ -16,39 +16,34 @@ namespace wordbm {
 
 namespace {
 
-using qrcodegen::QrCode;
-using qrcodegen::QrSegment;
-
 // The Swiss cross logo: a black square with a thin white border, 7 mm in all. The white cross has
 // the federal proportions: 20/32 of the square long, 6/32 wide.
 constexpr double kCrossBorderMm = 0.25;
 constexpr double kCrossLengthRatio = 20.0 / 32.0;
 constexpr double kCrossWidthRatio = 6.0 / 32.0;
 
-// One byte segment for the whole text, its UTF-8 bytes as they are and no ECI header: QR-bill
-// readers take byte mode as UTF-8, and a split into numeric or alphanumeric segments gains nothing.
-std::optional<QrCode> makeCode(const std::string& payload) {
-    const std::vector<std::uint8_t> bytes(payload.begin(), payload.end());
-    try {
-        return QrCode::encodeSegments({QrSegment::makeBytes(bytes)}, QrCode::Ecc::MEDIUM, QrCode::MIN_VERSION,
-                                      QRImage::kMaxVersion, -1, false);
-    } catch (const qrcodegen::data_too_long&) {
-        return std::nullopt;
-    }
-}
-
 int smallestPixelsPerModule(int moduleCount) {
     return (QRImage::kMinPixels + moduleCount - 1) / moduleCount;
 }
 
-MonoBitmap drawModules(const QrCode& code, int pixelsPerModule) {
-    const int size = code.getSize();
+// Each row of modules is painted once, run by run, and copied to the other pixel rows it spans.
+MonoBitmap drawModules(const QRSymbol& code, int pixelsPerModule) {
+    const int size = code.size();
     MonoBitmap bitmap(size * pixelsPerModule, size * pixelsPerModule);
     for (int y = 0; y < size; ++y) {
-        for (int x = 0; x < size; ++x) {
-            if (code.getModule(x, y)) {
-                bitmap.fill(x * pixelsPerModule, y * pixelsPerModule, pixelsPerModule, pixelsPerModule, true);
+        const int top = y * pixelsPerModule;
+        for (int x = 0; x < size;) {
+            int end = x;
+            while (end < size && code.dark(end, y)) {
+                ++end;
             }
+            if (end > x) {
+                bitmap.fill(x * pixelsPerModule, top, (end - x) * pixelsPerModule, 1, true);
+            }
+            x = end + 1;
+        }
+        for (int row = 1; row < pixelsPerModule; ++row) {
+            bitmap.copyRow(top, top + row);
         }
     }
     return bitmap;
@@ -92,13 +87,19 @@ bool QRImage::Encode(const std::string& payload) {
         return false;
     }
     try {
-        const std::optional<QrCode> code = makeCode(payload);
-        if (!code) {
+        // One byte segment for the whole text, its UTF-8 bytes as they are and no ECI header: QR-bill
+        // readers take byte mode as UTF-8, and a split into numeric or alphanumeric segments gains nothing.
+        const std::optional<QRSymbol> code = QRSymbol::encode(payload, kMaxVersion);
+        if (!code && payload.size() > kMaxPayloadBytes) {
             lastError_ = "Der Inhalt des QR-Codes ist zu lang (" + std::to_string(payload.size()) +
                          " Bytes, höchstens " + std::to_string(kMaxPayloadBytes) + ").";
             return false;
         }
-        const int perModule = smallestPixelsPerModule(code->getSize());
+        if (!code) {
+            lastError_ = "Das Bild des QR-Codes konnte nicht erstellt werden.";
+            return false;
+        }
+        const int perModule = smallestPixelsPerModule(code->size());
         MonoBitmap bitmap = drawModules(*code, perModule);
         drawSwissCross(bitmap);
         png_ = encodeMonoPng(bitmap, pixelsPerMetre(bitmap.width()));
@@ -106,8 +107,8 @@ bool QRImage::Encode(const std::string& payload) {
             lastError_ = "Das Bild des QR-Codes konnte nicht erstellt werden.";
             return false;
         }
-        version_ = code->getVersion();
-        moduleCount_ = code->getSize();
+        version_ = code->version();
+        moduleCount_ = code->size();
         pixelsPerModule_ = perModule;
         return true;
     } catch (const std::exception&) {

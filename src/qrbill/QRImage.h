@@ -16,15 +16,18 @@ namespace wordbm {
 // the details 5 mm to the right) supplies the 5 mm quiet zone around it, and a picture with its own
 // quiet zone would measure 56 mm and no longer fit the box.
 //
-// Every module is a whole number of pixels, the smallest number that gives at least 600 dpi over
-// the 46 mm; the dpi therefore varies a little with the QR version.
+// Every module is a whole number of pixels, the smallest number that gives at least 300 dpi over
+// the 46 mm; the dpi therefore varies a little with the QR version. Module edges thus fall on pixel
+// edges, and a picture scaled up without smoothing (LibreOffice's PDF asks for none) stays sharp at
+// a printer's resolution; finer pixels would only refine the cross's edges, at four times the cost
+// of every invoice's picture for each doubling.
 class QRImage {
 public:
     static constexpr int kCodeSizeMm = 46;
     static constexpr int kCrossSizeMm = 7;
     static constexpr int kMaxVersion = 25;
-    static constexpr int kMinDpi = 600;
-    // 46 mm at 600 dpi, rounded up.
+    static constexpr int kMinDpi = 300;
+    // 46 mm at 300 dpi, rounded up.
     static constexpr int kMinPixels = (kCodeSizeMm * kMinDpi * 10 + 253) / 254;
     // What version 25 holds at level M in byte mode.
     static constexpr std::size_t kMaxPayloadBytes = 997;

@@ -3,6 +3,7 @@
 #include "engine/office/CupsPrinter.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/slip/modESQR.h"
+#include "support/CoreCount.h"
 #include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"
 
@@ -14,6 +15,8 @@ DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
     : store_(std::move(settings)), options_(OptOptions::openMergerSection(store_), false),
       engine_(ui_, options_, [] { return ooxml::DocxApplication::create(); }) {
     engine_.SlipBuilder(std::make_unique<modESQR>(ui_, engine_.QRComponent()));
+    // As the batch merge does: a core each fills invoices while LibreOffice exports the others.
+    engine_.MergeJobs(CoreCount());
     ui_.options(&options_);
     ui_.documentSource([this] { return engine_.Doc(); });
     auto& window = ui_.window();

@@ -159,6 +159,8 @@ void DocxDocument::writeTo(const std::string& path) {
         story->saved();
     }
     saved_ = true;
+    writtenPath_ = path;
+    writtenGeneration_ = generation_;
 }
 
 void DocxDocument::Close(std::optional<int> saveChanges) {
@@ -178,16 +180,30 @@ void DocxDocument::ExportAsFixedFormat(const std::string& outputFileName, int ex
     if (exportFormat != word::wd::wdExportFormatPDF) {
         throw AutomationError("Nur der Export als PDF (17) wird unterstützt.");
     }
-    TemporaryFolder folder;
-    office::OfficeConverter::shared().toPdf(temporaryCopy(folder.path()), outputFileName, useISO19005_1);
+    std::optional<TemporaryFolder> folder;
+    office::OfficeConverter::shared().toPdf(fileForWorker(folder), outputFileName, useISO19005_1);
 }
 
 void DocxDocument::PrintOut() {
     check();
-    TemporaryFolder folder;
-    const auto pdf = (fs::path(folder.path()) / "druck.pdf").string();
-    office::OfficeConverter::shared().toPdf(temporaryCopy(folder.path()), pdf, false);
+    TemporaryFolder printFolder;
+    const auto pdf = (fs::path(printFolder.path()) / "druck.pdf").string();
+    std::optional<TemporaryFolder> folder;
+    office::OfficeConverter::shared().toPdf(fileForWorker(folder), pdf, false);
     office::CupsPrinter::print(pdf, {}, Name());
+}
+
+std::string DocxDocument::fileForWorker(std::optional<TemporaryFolder>& folder) {
+    check();
+    // LibreOffice picks its import filter by the extension as well as the content.
+    const auto extension = fs::path(path_).extension().string();
+    const bool kindShown = extension == (package_->isMacroEnabled() ? ".docm" : ".docx");
+    const bool asWritten = saved_ && writtenPath_ == path_ && writtenGeneration_ == generation_;
+    if (asWritten && kindShown && !CommentAnchors::present(*package_) && fs::is_regular_file(path_)) {
+        return path_;
+    }
+    folder.emplace();
+    return temporaryCopy(folder->path());
 }
 
 std::string DocxDocument::temporaryCopy(const std::string& folder) {

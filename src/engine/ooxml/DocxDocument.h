@@ -5,6 +5,7 @@
 #include "engine/ooxml/SelectionState.h"
 #include "engine/ooxml/Span.h"
 #include "engine/ooxml/StoryRegistry.h"
+#include "engine/ooxml/TemporaryFolder.h"
 #include "engine/word/Document.h"
 
 #include <cstdint>
@@ -94,6 +95,9 @@ public:
     // Saves the current state, as the PDF worker can load it, into a private temporary folder and
     // returns the file's path.
     std::string temporaryCopy(const std::string& folder);
+    // What the PDF worker loads: the file this document was last saved to when nothing changed
+    // since and the worker reads it as it is, otherwise a temporary copy in `folder`.
+    std::string fileForWorker(std::optional<TemporaryFolder>& folder);
 
 private:
     DocxDocument(std::unique_ptr<Package> package, std::string path);
@@ -117,6 +121,9 @@ private:
     std::vector<SectionParts> sections_;
     std::uint64_t sectionsGeneration_ = ~std::uint64_t{0};
     bool saved_ = true;
+    // The file writeTo last wrote, and the generation it holds.
+    std::string writtenPath_;
+    std::uint64_t writtenGeneration_ = 0;
     bool closed_ = false;
     bool showHidden_ = false;
     int sorting_ = 0;

@@ -45,6 +45,27 @@ TEST(PdfExport, ExportsTheDocumentAsItStandsNowNotAsItWasSaved) {
     EXPECT_THROW(session.document()->ExportAsFixedFormat(folder.path() + "/x.xps", 18), AutomationError);
 }
 
+// The saved invoice is what the worker reads, as long as nothing changed after the save.
+TEST(PdfExport, AfterSavingExportsTheSavedFileUntilTheNextChange) {
+    if (office::findWorkerProgram().empty()) {
+        GTEST_SKIP() << "the LibreOffice worker is not built";
+    }
+    test::WordSession session("bmk-bookmarks.docx");
+    TemporaryFolder folder;
+    const auto saved = folder.path() + "/Rechnung.docx";
+    const auto pdf = folder.path() + "/Rechnung.pdf";
+    session.document()->Bookmarks()->Item("bookmark_body")->Select();
+    session.selection()->TypeText("Gespeichert");
+    session.document()->SaveAs2(saved);
+    session.document()->ExportAsFixedFormat(pdf, word::wd::wdExportFormatPDF, false);
+    EXPECT_NE(pdfText(pdf).find("Gespeichert"), std::string::npos);
+
+    session.selection()->TypeText(" und danach geändert");
+    session.document()->ExportAsFixedFormat(pdf, word::wd::wdExportFormatPDF, false);
+    EXPECT_NE(pdfText(pdf).find("und danach"), std::string::npos) << "the change after the save is missing";
+    EXPECT_FALSE(session.document()->Saved());
+}
+
 // Words of five letters or more, which a PDF of the text shows unbroken.
 std::set<std::string> longWords(const std::string& text) {
     std::set<std::string> words;
