@@ -55,8 +55,10 @@ DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
     window.changesSettled = [this] { return engine_.ChangesSettle(); };
     window.quitRefused = [this] { return engine_.Running(); };
     window.templateChanged = [this](const std::string& mask) { engine_.Template(mask); };
-    window.preview().setExport(PagePreview::Source::Invoice,
-                               [this](const std::string& pdf) { return engine_.InvoicePreview(pdf); });
+    window.preview().setExport(PagePreview::Source::Invoice, [this](const std::string& pdf, int invoice) {
+        return engine_.InvoicePreview(pdf, invoice);
+    });
+    window.preview().setInvoiceCount([this] { return static_cast<int>(engine_.CSVInvoices()); });
     window.preview().setCodeCheck(PagePreview::Source::Invoice,
                                   [this](const std::string& pdf) { return engine_.InvoicePreviewCode(pdf); });
 }

@@ -213,7 +213,7 @@ void frmWordBM::build() {
     tabView_->addTab(txtForm_, QStringLiteral("&Text"));
     preview_ = new PagePreview(tabView_);
     preview_->setExport(PagePreview::Source::Form,
-                        [this](const std::string& pdf) { return exportForm(pdf); });
+                        [this](const std::string& pdf, int) { return exportForm(pdf); });
     tabView_->addTab(preview_, QStringLiteral("Vorscha&u"));
     auto* splitter = new QSplitter(this);
     splitter->addWidget(left);
