@@ -3,6 +3,7 @@
 #include "engine/office/CupsPrinter.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/slip/modESQR.h"
+#include "ui/LayoutView.h"
 #include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"
 
@@ -58,6 +59,7 @@ DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
     window.preview().setExport(PagePreview::Source::Invoice, [this](const std::string& pdf, int invoice) {
         return engine_.InvoicePreview(pdf, invoice);
     });
+    window.layout().setFields(&engine_.Fields());
     window.preview().setInvoiceCount([this] { return static_cast<int>(engine_.CSVInvoices()); });
     window.preview().setCodeCheck(PagePreview::Source::Invoice,
                                   [this](const std::string& pdf) { return engine_.InvoicePreviewCode(pdf); });

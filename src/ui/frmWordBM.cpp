@@ -7,6 +7,7 @@
 #include "support/Folders.h"
 #include "ui/FileDrop.h"
 #include "ui/FormView.h"
+#include "ui/LayoutView.h"
 #include "ui/PagePreview.h"
 #include "ui/frmFileOpen.h"
 #include "ui/frmTemplateLoad.h"
@@ -215,6 +216,16 @@ void frmWordBM::build() {
     preview_->setExport(PagePreview::Source::Form,
                         [this](const std::string& pdf, int) { return exportForm(pdf); });
     tabView_->addTab(preview_, QStringLiteral("Vorscha&u"));
+    // The pages as they print, beside the text: a click there places the cursor as well.
+    layout_ = new LayoutView(tabView_);
+    layout_->setObjectName(QStringLiteral("layoutView"));
+    tabView_->insertTab(1, layout_, QStringLiteral("La&yout"));
+    connect(layout_, &LayoutView::fieldChosen, this, [this](const QString& field) {
+        const int index = cbxFields_->findText(field, Qt::MatchFixedString);
+        if (index >= 0) {
+            cbxFields_->setCurrentIndex(index);
+        }
+    });
     auto* splitter = new QSplitter(this);
     splitter->addWidget(left);
     splitter->addWidget(tabView_);
@@ -295,6 +306,9 @@ void frmWordBM::build() {
         if (previewStale_ && previewInView()) {
             previewFollow();
         }
+        if (layout_->stale() && tabView_->currentWidget() == layout_) {
+            layout_->render();
+        }
     });
     resize(1000, 680);
 }
@@ -333,7 +347,7 @@ void frmWordBM::addShortcuts() {
         previewStale_ = true; // drawn as it comes into view
         tabView_->setCurrentWidget(preview_);
     });
-    tabView_->setTabToolTip(1, QStringLiteral("Seite 1 darstellen (F5)"));
+    tabView_->setTabToolTip(tabView_->indexOf(preview_), QStringLiteral("Seite 1 darstellen (F5)"));
 }
 
 void frmWordBM::tabOrder() {
@@ -528,7 +542,13 @@ bool frmWordBM::previewInView() const {
     return isVisible() && tabView_->currentWidget() == preview_;
 }
 
+void frmWordBM::setDocumentSource(DocumentSource source) {
+    documentSource_ = std::move(source);
+    layout_->setDocumentSource(documentSource_);
+}
+
 void frmWordBM::previewFollow() {
+    layout_->follow(isVisible() && tabView_->currentWidget() == layout_);
     previewStale_ = !previewInView();
     if (!previewStale_) {
         preview_->render();

@@ -43,10 +43,6 @@ std::u16string utf16Of(const std::string& utf8) {
     return result;
 }
 
-double area(const PageBox& box) {
-    return box.width() * box.height();
-}
-
 } // namespace
 
 FormLayout::FormLayout(std::vector<FormStory> stories, std::vector<PrintedPage> pages, PageMap map)
@@ -144,14 +140,18 @@ bool FormLayout::select(const Mark& mark) {
     }
 }
 
-const FormLayout::Mark* FormLayout::markAt(int page, double x, double y) const {
+const FormLayout::Mark* FormLayout::fieldAt(int page, double x, double y) const {
     const Mark* best = nullptr;
     double bestArea = 0;
     for (const Mark& mark : marks_) {
+        if (mark.kind == MarkKind::Unknown) {
+            continue;
+        }
         for (const PlacedBox& placed : mark.boxes) {
-            if (placed.page == page && placed.box.contains(x, y) && (!best || area(placed.box) < bestArea)) {
+            const double area = placed.box.width() * placed.box.height();
+            if (placed.page == page && placed.box.contains(x, y) && (!best || area < bestArea)) {
                 best = &mark;
-                bestArea = area(placed.box);
+                bestArea = area;
             }
         }
     }

@@ -49,8 +49,10 @@ public:
     bool select(const StoryPoint& point);
     // Selects what a mark covers: the bookmark, or the merge field's whole range.
     bool select(const Mark& mark);
-    // The mark whose frame holds (x, y) on `page`, the smallest where frames nest.
-    const Mark* markAt(int page, double x, double y) const;
+    // The engine bookmark or merge field whose frame holds (x, y) on `page`, the smallest where
+    // frames nest; null when there is none. Unknown bookmarks (often whole paragraphs) are left
+    // out, so that a click inside them places the cursor.
+    const Mark* fieldAt(int page, double x, double y) const;
 
 private:
     FormLayout(std::vector<FormStory> stories, std::vector<PrintedPage> pages, PageMap map);

@@ -77,12 +77,6 @@ struct Run {
     std::size_t length;
 };
 
-double distance(const PageBox& box, double x, double y) {
-    const double dx = x < box.left ? box.left - x : (x > box.right ? x - box.right : 0);
-    const double dy = y < box.top ? box.top - y : (y > box.bottom ? y - box.bottom : 0);
-    return std::hypot(dx, dy);
-}
-
 bool sameLine(const PageBox& a, const PageBox& b) {
     const double overlap = std::min(a.bottom, b.bottom) - std::max(a.top, b.top);
     return overlap > 0.5 * std::min(a.height(), b.height());
@@ -286,15 +280,15 @@ std::optional<StoryPoint> PageMap::at(int page, double x, double y) const {
     }
     const Placed* best = nullptr;
     double bestDistance = std::numeric_limits<double>::max();
-    bool bestOnLine = false;
     for (const Placed& p : pages_[static_cast<std::size_t>(page)]) {
-        const bool onLine = y >= p.box.top && y <= p.box.bottom;
-        const double d = onLine ? std::abs(x - (p.box.left + p.box.right) / 2) : distance(p.box, x, y);
-        // A character of the clicked line beats a nearer one above or below it.
-        if ((onLine && !bestOnLine) || (onLine == bestOnLine && d < bestDistance)) {
+        // Off the line costs more than along it; where the boxes of two lines overlap, the line
+        // whose middle is nearer wins.
+        const double dx = x < p.box.left ? p.box.left - x : (x > p.box.right ? x - p.box.right : 0);
+        const double dy = y < p.box.top ? p.box.top - y : (y > p.box.bottom ? y - p.box.bottom : 0);
+        const double d = std::hypot(dx, 4 * dy) + 0.01 * std::abs(y - (p.box.top + p.box.bottom) / 2);
+        if (d < bestDistance) {
             best = &p;
             bestDistance = d;
-            bestOnLine = onLine;
         }
     }
     if (!best) {

@@ -180,6 +180,10 @@ TEST_F(FormLayoutTest, MergeFieldsAndUnknownBookmarksAreMarkedAsSuch) {
     for (const auto& mark : others) {
         EXPECT_EQ(mark.kind, FormLayout::MarkKind::Unknown) << mark.bookmark;
         EXPECT_EQ(mark.label, mark.bookmark);
+        // A click inside an unknown bookmark places the cursor instead of selecting it.
+        for (const auto& placed : mark.boxes) {
+            EXPECT_EQ(layout_->fieldAt(placed.page, placed.box.left + 0.5, placed.box.top + 0.5), nullptr);
+        }
     }
 }
 
@@ -194,14 +198,14 @@ TEST_F(FormLayoutTest, ASelectedPointIsTheSelectionOfTheDocument) {
     EXPECT_EQ(selection->Range()->StoryType(), 7);
     EXPECT_EQ(selection->Start(), point->offset);
     EXPECT_EQ(selection->End(), point->offset);
-    // A click on a frame selects what it frames.
+    // A click in a field's frame finds the field; selecting it selects what it frames.
     const auto& mark = layout_->marks().front();
     ASSERT_FALSE(mark.boxes.empty());
     const PlacedBox& frame = mark.boxes.front();
-    const auto* hit = layout_->markAt(frame.page, (frame.box.left + frame.box.right) / 2,
-                                      (frame.box.top + frame.box.bottom) / 2);
-    ASSERT_EQ(hit, &mark);
-    ASSERT_TRUE(layout_->select(*hit));
+    ASSERT_EQ(layout_->fieldAt(frame.page, (frame.box.left + frame.box.right) / 2,
+                               (frame.box.top + frame.box.bottom) / 2),
+              &mark);
+    ASSERT_TRUE(layout_->select(mark));
     EXPECT_EQ(app_->Selection()->Start(), mark.start.offset);
     EXPECT_EQ(app_->Selection()->End(), mark.end);
 }
