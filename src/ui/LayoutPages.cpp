@@ -4,6 +4,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPdfDocument>
+#include <QToolTip>
+#include <QWheelEvent>
 #include <algorithm>
 
 namespace wordbm {
@@ -22,6 +24,18 @@ QColor colourOf(FormLayout::MarkKind kind) {
         break;
     }
     return {130, 130, 130};
+}
+
+QString kindName(FormLayout::MarkKind kind) {
+    switch (kind) {
+    case FormLayout::MarkKind::Bookmark:
+        return QStringLiteral("Textmarke für");
+    case FormLayout::MarkKind::MergeField:
+        return QStringLiteral("Seriendruckfeld");
+    case FormLayout::MarkKind::Unknown:
+        break;
+    }
+    return QStringLiteral("Unbekannte Textmarke");
 }
 
 } // namespace
@@ -164,6 +178,20 @@ void LayoutPages::drawMarks(QPainter& painter, int page) const {
         return;
     }
     painter.setFont(nameFont());
+    // Names never cover a frame or another name: one that would goes beside its frame, or, where
+    // that is taken too, only into the frame's tooltip.
+    std::vector<QRectF> named;
+    for (const FormLayout::Mark& mark : layout_->marks()) {
+        for (const PlacedBox& placed : mark.boxes) {
+            if (placed.page == page) {
+                named.push_back(toWidget(page, placed.box));
+            }
+        }
+    }
+    const auto free = [&named](const QRectF& tab) {
+        return std::none_of(named.begin(), named.end(),
+                            [&tab](const QRectF& other) { return other.intersects(tab); });
+    };
     for (const FormLayout::Mark& mark : layout_->marks()) {
         const QColor colour = colourOf(mark.kind);
         QPen pen(colour, &mark == chosen_ ? 2.5 : 1.2);
@@ -177,8 +205,15 @@ void LayoutPages::drawMarks(QPainter& painter, int page) const {
                 painter.drawRect(toWidget(page, placed.box).adjusted(-1.5, -1.5, 1.5, 1.5));
             }
         }
-        const QRectF tab = nameTab(mark, page);
-        if (!tab.isEmpty()) {
+        QRectF tab = nameTab(mark, page);
+        if (!tab.isEmpty() && !free(tab)) {
+            const auto first = std::find_if(mark.boxes.begin(), mark.boxes.end(),
+                                            [page](const PlacedBox& placed) { return placed.page == page; });
+            const QRectF frame = toWidget(page, first->box);
+            tab.moveTo(frame.right() + 3, frame.center().y() - tab.height() / 2);
+        }
+        if (!tab.isEmpty() && free(tab)) {
+            named.push_back(tab);
             painter.fillRect(tab, colour);
             painter.setPen(Qt::white);
             painter.drawText(tab, Qt::AlignCenter, QString::fromStdString(mark.label));
@@ -211,6 +246,38 @@ void LayoutPages::drawCaret(QPainter& painter, int page) const {
             }
         }
     }
+}
+
+bool LayoutPages::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip || !layout_) {
+        return QWidget::event(event);
+    }
+    auto* help = static_cast<QHelpEvent*>(event);
+    const auto at = toPage(help->pos());
+    QString tip;
+    for (const FormLayout::Mark& mark : layout_->marks()) {
+        for (const PlacedBox& placed : mark.boxes) {
+            if (at && placed.page == at->first && placed.box.contains(at->second.x(), at->second.y())) {
+                tip = kindName(mark.kind) + QStringLiteral(" ") + QString::fromStdString(mark.label);
+            }
+        }
+    }
+    if (tip.isEmpty()) {
+        QToolTip::hideText();
+    } else {
+        QToolTip::showText(help->globalPos(), tip, this);
+    }
+    return true;
+}
+
+void LayoutPages::wheelEvent(QWheelEvent* event) {
+    // Ctrl with the wheel zooms, as in every viewer; the plain wheel scrolls.
+    if (event->modifiers() & Qt::ControlModifier) {
+        emit zoomStep(event->angleDelta().y() > 0 ? 1 : -1);
+        event->accept();
+        return;
+    }
+    QWidget::wheelEvent(event);
 }
 
 void LayoutPages::mousePressEvent(QMouseEvent* event) {

@@ -40,8 +40,13 @@ signals:
     // A click on a page, at the point of the page (in points).
     void clicked(int page, QPointF point);
 
+    // Ctrl and the wheel: one step of zoom in (+1) or out (-1).
+    void zoomStep(int step);
+
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 
 private:

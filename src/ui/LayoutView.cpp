@@ -12,6 +12,7 @@
 #include <QScrollArea>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace wordbm {
 
@@ -20,8 +21,10 @@ namespace {
 // A swatch and its meaning, for the legend above the pages.
 QLabel* legend(QWidget* parent, const QString& colour, const QString& text, const QString& style = "solid") {
     auto* label = new QLabel(parent);
-    label->setText(QStringLiteral("<span style='border:1px %3 %1; color:%1'>&#9634;</span> %2")
-                       .arg(colour, text, style));
+    label->setText(
+        QStringLiteral("<span style='color:%1'>%3</span> %2")
+            .arg(colour, text,
+                 style == QStringLiteral("dashed") ? QStringLiteral("&#9633;") : QStringLiteral("&#9632;")));
     return label;
 }
 
@@ -63,6 +66,10 @@ LayoutView::LayoutView(QWidget* parent) : QWidget(parent) {
     connect(btnLayout, &QPushButton::clicked, this, [this] { render(); });
     connect(cbxZoom_, &QComboBox::activated, this, [this] { setZoom(cbxZoom_->currentData().toInt()); });
     connect(pages_, &LayoutPages::clicked, this, &LayoutView::pageClicked);
+    connect(pages_, &LayoutPages::zoomStep, this, [this](int step) {
+        const int index = std::clamp(cbxZoom_->currentIndex() + step, 0, cbxZoom_->count() - 1);
+        setZoom(cbxZoom_->itemData(index).toInt());
+    });
     setZoom(100);
 }
 
@@ -140,7 +147,7 @@ bool LayoutView::render() {
     }
     const int count = pdf_->pageCount();
     lblLayout_->setText((count == 1 ? QStringLiteral("1 Seite") : QStringLiteral("%1 Seiten").arg(count)) +
-                        QStringLiteral(", %1 von %2 Marken gezeigt (%3 ms)")
+                        QStringLiteral(" · %1/%2 Marken · %3 ms")
                             .arg(framed)
                             .arg(layout_->marks().size())
                             .arg(clock.elapsed()));
