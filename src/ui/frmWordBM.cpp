@@ -220,6 +220,8 @@ void frmWordBM::build() {
     layout_ = new LayoutView(tabView_);
     layout_->setObjectName(QStringLiteral("layoutView"));
     tabView_->insertTab(1, layout_, QStringLiteral("La&yout"));
+    tabView_->setTabToolTip(
+        1, QStringLiteral("Die Seiten, wie sie gedruckt werden: ein Klick setzt den Cursor"));
     connect(layout_, &LayoutView::fieldChosen, this, [this](const QString& field) {
         const int index = cbxFields_->findText(field, Qt::MatchFixedString);
         if (index >= 0) {
@@ -340,6 +342,10 @@ void frmWordBM::addShortcuts() {
         press(btnTest_);
     });
     shortcut(QKeySequence(Qt::Key_F5), [this] {
+        if (tabView_->currentWidget() == layout_) {
+            layout_->render();
+            return;
+        }
         if (tabView_->currentWidget() == preview_) {
             preview_->render();
             return;
