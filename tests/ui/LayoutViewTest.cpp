@@ -13,6 +13,7 @@
 #include "ui/frmWordBM.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -169,6 +170,11 @@ private slots:
         QCOMPARE(mark->boxes.front().page, printed.page);
         QVERIFY2(std::abs(mark->boxes.front().box.left - printed.box.left()) < 72 / 25.4,
                  qPrintable(QString::number(mark->boxes.front().box.left)));
+
+        // For review: the page with the new frame where the word was.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        window.grab().save(QDir(wordbm::dialogtest::screenshotFolder())
+                               .filePath(QStringLiteral("layout-view-%1.png").arg(forms_)));
 
         // A click in its frame selects the bookmark and shows its field in the list.
         fields->setCurrentIndex(0);
