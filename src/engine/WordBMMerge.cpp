@@ -79,9 +79,9 @@ std::string WordBM::InvoicePreview(const std::string& pdfPath, int invoice) {
     try {
         doc_->SaveCopyAs(copy.string());
         const word::ApplicationPtr app = createWord_();
-        const word::DocumentPtr invoice = app->Documents()->Open(copy.string());
-        filler().fill(*app, *invoice, row);
-        invoice->ExportAsFixedFormat(pdfPath, word::wd::wdExportFormatPDF);
+        const word::DocumentPtr filled = app->Documents()->Open(copy.string());
+        filler().fill(*app, *filled, row);
+        filled->ExportAsFixedFormat(pdfPath, word::wd::wdExportFormatPDF);
         app->Quit(word::wd::wdDoNotSaveChanges);
     } catch (const std::exception& failure) {
         return failure.what();
