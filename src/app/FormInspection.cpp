@@ -85,7 +85,7 @@ void writeJson(std::ostream& out, const std::vector<StoryReport>& stories,
             const auto& mark = story.bookmarks[b];
             out << (b ? "," : "") << "{\"name\":" << jsonString(mark.name)
                 << ",\"hidden\":" << (mark.hidden ? "true" : "false") << ",\"text\":" << jsonString(mark.text)
-                << "}";
+                << ",\"after\":" << jsonString(mark.after) << "}";
         }
         out << "],\"fields\":[";
         for (std::size_t f = 0; f < story.fields.size(); ++f) {

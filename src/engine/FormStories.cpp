@@ -24,7 +24,7 @@ void addHeadersFooters(std::vector<FormStory>& stories, const word::HeadersFoote
             if (part->Exists() && !part->LinkToPrevious()) {
                 stories.push_back({std::string(kind) + PageKinds[static_cast<std::size_t>(i - 1)] +
                                        " (Abschnitt " + std::to_string(section) + ")",
-                                   part->Range()});
+                                   part->Range(), true});
             }
         } catch (const std::exception&) {
             // A header or footer the word processor cannot give is left out; the others are still shown.
@@ -32,24 +32,26 @@ void addHeadersFooters(std::vector<FormStory>& stories, const word::HeadersFoote
     }
 }
 
-void addTextBox(std::vector<FormStory>& stories, const word::ShapePtr& shape, const std::string& where) {
+void addTextBox(std::vector<FormStory>& stories, const word::ShapePtr& shape, const std::string& where,
+                bool everyPage) {
     try {
         if (shape->Type() == word::wd::msoCanvas) {
             const auto items = shape->CanvasItems();
             for (int i = 1; i <= items->Count(); ++i) {
-                addTextBox(stories, items->Item(i), where);
+                addTextBox(stories, items->Item(i), where, everyPage);
             }
             return;
         }
-        stories.push_back({"Textfeld " + shape->Name() + where, shape->TextFrame()->TextRange()});
+        stories.push_back({"Textfeld " + shape->Name() + where, shape->TextFrame()->TextRange(), everyPage});
     } catch (const std::exception&) {
         // A picture or a line: no text of its own.
     }
 }
 
-void addTextBoxes(std::vector<FormStory>& stories, const word::ShapesPtr& shapes, const std::string& where) {
+void addTextBoxes(std::vector<FormStory>& stories, const word::ShapesPtr& shapes, const std::string& where,
+                  bool everyPage) {
     for (int i = 1; i <= shapes->Count(); ++i) {
-        addTextBox(stories, shapes->Item(i), where);
+        addTextBox(stories, shapes->Item(i), where, everyPage);
     }
 }
 
@@ -63,11 +65,11 @@ std::vector<FormStory> FormStories::list(word::Document& doc) {
         addHeadersFooters(stories, section->Headers(), "Kopfzeile", s);
         addHeadersFooters(stories, section->Footers(), "Fusszeile", s);
     }
-    addTextBoxes(stories, doc.Shapes(), "");
+    addTextBoxes(stories, doc.Shapes(), "", false);
     if (sections->Count() > 0) {
         // Any header's shapes are those of all headers and footers.
         addTextBoxes(stories, sections->Item(1)->Headers()->Item(word::wd::wdHeaderFooterPrimary)->Shapes(),
-                     " (Kopf- und Fusszeilen)");
+                     " (Kopf- und Fusszeilen)", true);
     }
     return stories;
 }

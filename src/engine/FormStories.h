@@ -10,7 +10,8 @@ namespace wordbm {
 // One story of a form with the label a person reads above it ("" for the main text).
 struct FormStory {
     std::string label;
-    word::RangePtr range; // the whole story
+    word::RangePtr range;   // the whole story
+    bool everyPage = false; // a header's or footer's, or a text box of theirs: printed on each page
 };
 
 // The stories of a form in reading order: the main text, the headers and footers of every section

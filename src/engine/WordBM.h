@@ -150,9 +150,10 @@ public:
     void BookmarksFill(std::int32_t row);
     // The merge run makes an invoice of a data line that has an invoice date.
     bool InvoiceRow(std::int32_t row) override;
-    // Fills a copy of the open form, as it stands now, from the first invoice row and exports it as
-    // PDF to `pdfPath`, the copy beside it; the form itself stays as it is. "" or why there is none.
-    std::string InvoicePreview(const std::string& pdfPath);
+    // Fills a copy of the open form, as it stands now, from the row of invoice `invoice` (1 is the
+    // first row with an invoice date) and exports it as PDF to `pdfPath`, the copy beside it; the
+    // form itself stays as it is. "" or why there is none.
+    std::string InvoicePreview(const std::string& pdfPath, int invoice = 1);
     // The QR code of the PDF that InvoicePreview wrote, read back as the merge run reads every
     // invoice's: nullopt when the form carries no QR code, "" when the code holds the row's data,
     // otherwise the German reason.

@@ -58,26 +58,30 @@ bool WordBM::InvoiceRow(std::int32_t row) {
     return !csv_.FieldStr("RgDatum", row).empty();
 }
 
-std::string WordBM::InvoicePreview(const std::string& pdfPath) {
+std::string WordBM::InvoicePreview(const std::string& pdfPath, int invoice) {
     if (!CheckDoc()) {
         return "Kein Word-Rechnungsformular geöffnet";
     }
-    std::int32_t row = 1;
-    while (row <= csv_.LineCount() && !InvoiceRow(row)) {
+    // Invoice n is the n-th row the merge run makes an invoice of; rows without a date count not.
+    std::int32_t row = 0;
+    for (int found = 0; found < invoice && row <= csv_.LineCount();) {
         ++row;
+        found += row <= csv_.LineCount() && InvoiceRow(row) ? 1 : 0;
     }
-    if (row > csv_.LineCount()) {
-        return "Keine Rechnung in der Rechnungs-Steuerdatei";
+    if (invoice < 1 || row > csv_.LineCount()) {
+        return invoice <= 1 ? "Keine Rechnung in der Rechnungs-Steuerdatei"
+                            : "Keine Rechnung " + std::to_string(invoice) + " in der Rechnungs-Steuerdatei";
     }
+    previewRow_ = 0;
     // The copy keeps the working form's kind, so that a .docm stays one.
-    const fs::path copy =
-        fs::path(pdfPath).parent_path() / ("Rechnung 1" + fs::path(wordWork_).extension().string());
+    const fs::path copy = fs::path(pdfPath).parent_path() /
+                          ("Rechnung " + std::to_string(invoice) + fs::path(wordWork_).extension().string());
     try {
         doc_->SaveCopyAs(copy.string());
         const word::ApplicationPtr app = createWord_();
-        const word::DocumentPtr invoice = app->Documents()->Open(copy.string());
-        filler().fill(*app, *invoice, row);
-        invoice->ExportAsFixedFormat(pdfPath, word::wd::wdExportFormatPDF);
+        const word::DocumentPtr filled = app->Documents()->Open(copy.string());
+        filler().fill(*app, *filled, row);
+        filled->ExportAsFixedFormat(pdfPath, word::wd::wdExportFormatPDF);
         app->Quit(word::wd::wdDoNotSaveChanges);
     } catch (const std::exception& failure) {
         return failure.what();

@@ -4,6 +4,7 @@
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/slip/modESQR.h"
 #include "support/CoreCount.h"
+#include "ui/LayoutView.h"
 #include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"
 
@@ -58,8 +59,11 @@ DesktopSession::DesktopSession(std::shared_ptr<SettingsStore> settings)
     window.changesSettled = [this] { return engine_.ChangesSettle(); };
     window.quitRefused = [this] { return engine_.Running(); };
     window.templateChanged = [this](const std::string& mask) { engine_.Template(mask); };
-    window.preview().setExport(PagePreview::Source::Invoice,
-                               [this](const std::string& pdf) { return engine_.InvoicePreview(pdf); });
+    window.preview().setExport(PagePreview::Source::Invoice, [this](const std::string& pdf, int invoice) {
+        return engine_.InvoicePreview(pdf, invoice);
+    });
+    window.layout().setFields(&engine_.Fields());
+    window.preview().setInvoiceCount([this] { return static_cast<int>(engine_.CSVInvoices()); });
     window.preview().setCodeCheck(PagePreview::Source::Invoice,
                                   [this](const std::string& pdf) { return engine_.InvoicePreviewCode(pdf); });
 }

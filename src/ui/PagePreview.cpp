@@ -1,8 +1,11 @@
 #include "ui/PagePreview.h"
 
+#include "ui/InvoiceRowChooser.h"
+
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPdfDocument>
 #include <QPushButton>
 #include <QScrollArea>
@@ -15,8 +18,11 @@ PagePreview::PagePreview(QWidget* parent) : QWidget(parent) {
     cbxPreview_ = new QComboBox(this);
     cbxPreview_->setObjectName(QStringLiteral("cbxPreview"));
     cbxPreview_->addItem(QStringLiteral("Formular"), static_cast<int>(Source::Form));
-    cbxPreview_->addItem(QStringLiteral("Rechnung 1"), static_cast<int>(Source::Invoice));
-    cbxPreview_->setToolTip(QStringLiteral("Das Formular oder die erste Rechnung der Rechnungs-Steuerdatei"));
+    cbxPreview_->addItem(QStringLiteral("Rechnung"), static_cast<int>(Source::Invoice));
+    cbxPreview_->setToolTip(QStringLiteral("Das Formular oder eine Rechnung der Rechnungs-Steuerdatei"));
+    invoice_ = new InvoiceRowChooser(this);
+    invoice_->setObjectName(QStringLiteral("invoiceRowChooser"));
+    invoice_->setEnabled(false);
     auto* btnPreview = new QPushButton(QStringLiteral("Vorschau a&ktualisieren"), this);
     btnPreview->setObjectName(QStringLiteral("btnPreview"));
     btnPreview->setToolTip(QStringLiteral("Seite 1 darstellen"));
@@ -37,6 +43,7 @@ PagePreview::PagePreview(QWidget* parent) : QWidget(parent) {
 
     auto* controls = new QHBoxLayout;
     controls->addWidget(cbxPreview_);
+    controls->addWidget(invoice_);
     controls->addWidget(btnPreview);
     controls->addWidget(lblPreviewCode_, 1);
     auto* layout = new QVBoxLayout(this);
@@ -45,6 +52,7 @@ PagePreview::PagePreview(QWidget* parent) : QWidget(parent) {
 
     connect(btnPreview, &QPushButton::clicked, this, [this] { render(); });
     connect(cbxPreview_, &QComboBox::activated, this, [this] { render(); });
+    connect(invoice_, &InvoiceRowChooser::chosen, this, [this] { render(); });
 }
 
 PagePreview::~PagePreview() {
@@ -53,7 +61,7 @@ PagePreview::~PagePreview() {
 }
 
 void PagePreview::setExport(Source source, Export write) {
-    (source == Source::Form ? form_ : invoice_) = std::move(write);
+    (source == Source::Form ? form_ : invoiceExport_) = std::move(write);
 }
 
 void PagePreview::setCodeCheck(Source source, CodeCheck check) {
@@ -62,6 +70,16 @@ void PagePreview::setCodeCheck(Source source, CodeCheck check) {
 
 void PagePreview::choose(Source source) {
     cbxPreview_->setCurrentIndex(cbxPreview_->findData(static_cast<int>(source)));
+    render();
+}
+
+void PagePreview::chooseInvoice(int invoice) {
+    cbxPreview_->setCurrentIndex(cbxPreview_->findData(static_cast<int>(Source::Invoice)));
+    if (invoiceCount_) {
+        invoice_->setCount(invoiceCount_());
+    }
+    const QSignalBlocker blocker(invoice_);
+    invoice_->choose(invoice);
     render();
 }
 
@@ -75,11 +93,13 @@ void PagePreview::showReason(const QString& reason) {
     lblPreview_->setPixmap({});
     lblPreview_->setText(reason);
     lblPreviewCode_->clear();
+    codeFailure_.clear();
 }
 
 void PagePreview::showCode(const std::string& pdfPath) {
     const CodeCheck& check = chosen() == Source::Form ? formCode_ : invoiceCode_;
     const std::optional<std::string> verdict = check ? check(pdfPath) : std::nullopt;
+    codeFailure_ = verdict ? QString::fromStdString(*verdict) : QString();
     if (!verdict) {
         lblPreviewCode_->clear();
     } else if (verdict->empty()) {
@@ -92,12 +112,20 @@ void PagePreview::showCode(const std::string& pdfPath) {
 }
 
 bool PagePreview::render() {
-    const Export& write = chosen() == Source::Form ? form_ : invoice_;
+    const bool invoices = chosen() == Source::Invoice;
+    invoice_->setEnabled(invoices);
+    if (invoices && invoiceCount_) {
+        invoice_->setCount(invoiceCount_());
+    }
+    const Export& write = invoices ? invoiceExport_ : form_;
     folder_ = std::make_unique<QTemporaryDir>();
     const QString pdf = folder_->filePath(QStringLiteral("vorschau.pdf"));
     std::string failure = "nicht verfügbar";
     if (write) {
-        const auto work = [&failure, &write, target = pdf.toStdString()] { failure = write(target); };
+        // The number is taken here: the work runs on another thread.
+        const auto work = [&failure, &write, target = pdf.toStdString(), number = invoice_->invoice()] {
+            failure = write(target, number);
+        };
         if (!run_) {
             work();
         } else if (!run_(work)) {
@@ -126,9 +154,25 @@ bool PagePreview::showPage() {
     const qreal ratio = devicePixelRatioF();
     QImage page = pdf_->render(0, (points * (width * ratio / points.width())).toSize());
     page.setDevicePixelRatio(ratio);
+    markFailedCode(page);
     lblPreview_->setText({});
     lblPreview_->setPixmap(QPixmap::fromImage(page));
     return !page.isNull();
+}
+
+void PagePreview::markFailedCode(QImage& page) const {
+    if (codeFailure_.isEmpty() || page.isNull()) {
+        return;
+    }
+    QPainter painter(&page);
+    const QRectF band(0, 0, page.deviceIndependentSize().width(), 3 * painter.fontMetrics().height());
+    painter.fillRect(band, QColor(176, 0, 0, 220));
+    painter.setPen(Qt::white);
+    QFont bold = painter.font();
+    bold.setBold(true);
+    painter.setFont(bold);
+    painter.drawText(band.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::TextWordWrap,
+                     QStringLiteral("QR-Code: ") + codeFailure_);
 }
 
 void PagePreview::resizeEvent(QResizeEvent* event) {

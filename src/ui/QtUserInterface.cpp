@@ -1,6 +1,7 @@
 #include "ui/QtUserInterface.h"
 
 #include "ui/BackgroundTask.h"
+#include "ui/LayoutView.h"
 #include "ui/PagePreview.h"
 #include "ui/frmESQR.h"
 #include "ui/frmFileNameTemplate.h"
@@ -21,6 +22,7 @@ QtUserInterface::QtUserInterface() : window_(std::make_unique<frmWordBM>()) {
     window_->setRaise([this](WindowEvent event, const std::string& argument) { raise(event, argument); });
     // The preview's exports read the engine's document: they take their turn with the commands.
     window_->preview().setRunner([this](const std::function<void()>& work) { return engineWork(work); });
+    window_->layout().setRunner([this](const std::function<void()>& work) { return engineWork(work); });
 }
 
 template <typename Call> auto QtUserInterface::onWindow(Call call) -> decltype(call()) {

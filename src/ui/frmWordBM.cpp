@@ -7,6 +7,7 @@
 #include "support/Folders.h"
 #include "ui/FileDrop.h"
 #include "ui/FormView.h"
+#include "ui/LayoutView.h"
 #include "ui/PagePreview.h"
 #include "ui/frmFileOpen.h"
 #include "ui/frmTemplateLoad.h"
@@ -213,8 +214,20 @@ void frmWordBM::build() {
     tabView_->addTab(txtForm_, QStringLiteral("&Text"));
     preview_ = new PagePreview(tabView_);
     preview_->setExport(PagePreview::Source::Form,
-                        [this](const std::string& pdf) { return exportForm(pdf); });
+                        [this](const std::string& pdf, int) { return exportForm(pdf); });
     tabView_->addTab(preview_, QStringLiteral("Vorscha&u"));
+    // The pages as they print, beside the text: a click there places the cursor as well.
+    layout_ = new LayoutView(tabView_);
+    layout_->setObjectName(QStringLiteral("layoutView"));
+    tabView_->insertTab(1, layout_, QStringLiteral("La&yout"));
+    tabView_->setTabToolTip(
+        1, QStringLiteral("Die Seiten, wie sie gedruckt werden: ein Klick setzt den Cursor"));
+    connect(layout_, &LayoutView::fieldChosen, this, [this](const QString& field) {
+        const int index = cbxFields_->findText(field, Qt::MatchFixedString);
+        if (index >= 0) {
+            cbxFields_->setCurrentIndex(index);
+        }
+    });
     auto* splitter = new QSplitter(this);
     splitter->addWidget(left);
     splitter->addWidget(tabView_);
@@ -295,6 +308,9 @@ void frmWordBM::build() {
         if (previewStale_ && previewInView()) {
             previewFollow();
         }
+        if (layout_->stale() && tabView_->currentWidget() == layout_) {
+            layout_->render();
+        }
     });
     resize(1000, 680);
 }
@@ -326,6 +342,10 @@ void frmWordBM::addShortcuts() {
         press(btnTest_);
     });
     shortcut(QKeySequence(Qt::Key_F5), [this] {
+        if (tabView_->currentWidget() == layout_) {
+            layout_->render();
+            return;
+        }
         if (tabView_->currentWidget() == preview_) {
             preview_->render();
             return;
@@ -333,7 +353,7 @@ void frmWordBM::addShortcuts() {
         previewStale_ = true; // drawn as it comes into view
         tabView_->setCurrentWidget(preview_);
     });
-    tabView_->setTabToolTip(1, QStringLiteral("Seite 1 darstellen (F5)"));
+    tabView_->setTabToolTip(tabView_->indexOf(preview_), QStringLiteral("Seite 1 darstellen (F5)"));
 }
 
 void frmWordBM::tabOrder() {
@@ -528,7 +548,13 @@ bool frmWordBM::previewInView() const {
     return isVisible() && tabView_->currentWidget() == preview_;
 }
 
+void frmWordBM::setDocumentSource(DocumentSource source) {
+    documentSource_ = std::move(source);
+    layout_->setDocumentSource(documentSource_);
+}
+
 void frmWordBM::previewFollow() {
+    layout_->follow(isVisible() && tabView_->currentWidget() == layout_);
     previewStale_ = !previewInView();
     if (!previewStale_) {
         preview_->render();

@@ -23,6 +23,7 @@ class QGroupBox;
 namespace wordbm {
 
 class FormView;
+class LayoutView;
 class PagePreview;
 class OptionsPort;
 
@@ -39,7 +40,7 @@ public:
     explicit frmWordBM(QWidget* parent = nullptr);
 
     void setRaise(Raise raise) { raise_ = std::move(raise); }
-    void setDocumentSource(DocumentSource source) { documentSource_ = std::move(source); }
+    void setDocumentSource(DocumentSource source);
     // Options for the new-form folder ("DOCOpen"); may stay unset.
     void setOptions(OptionsPort* options) { options_ = options; }
 
@@ -70,6 +71,8 @@ public:
     bool renderPreview();
     // The preview tab; the program entry hands it the engine's invoice 1.
     PagePreview& preview() { return *preview_; }
+    // The layout tab: the form's pages with their bookmarks, where a click places the cursor.
+    LayoutView& layout() { return *layout_; }
 
     // Puts a path into a box as a person's choice would, raising the box's open event.
     void setWordDoc(const QString& path);
@@ -155,6 +158,7 @@ private:
     FormView* txtForm_ = nullptr;
     QTabWidget* tabView_ = nullptr;
     PagePreview* preview_ = nullptr;
+    LayoutView* layout_ = nullptr;
     QTimer* Timer1_ = nullptr;
     QTimer* busyPointer_ = nullptr;
 

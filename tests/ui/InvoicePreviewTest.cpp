@@ -12,7 +12,9 @@
 #include <QLabel>
 #include <QPdfDocument>
 #include <QPdfSelection>
+#include <QSpinBox>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <QtTest>
 
 // The preview of invoice 1 on the real engine and office worker: the sample form filled from the
@@ -134,12 +136,76 @@ private slots:
         QCOMPARE(verdict(), QString());
 
         // A PDF without the code, here the unfilled form's, gets the merge run's verdict.
-        window.preview().setExport(wordbm::PagePreview::Source::Invoice, [&engine](const std::string& pdf) {
-            engine.Doc()->ExportAsFixedFormat(pdf, wordbm::word::wd::wdExportFormatPDF);
-            return std::string();
-        });
+        window.preview().setExport(
+            wordbm::PagePreview::Source::Invoice, [&engine](const std::string& pdf, int) {
+                engine.Doc()->ExportAsFixedFormat(pdf, wordbm::word::wd::wdExportFormatPDF);
+                return std::string();
+            });
         window.preview().choose(wordbm::PagePreview::Source::Invoice);
         QCOMPARE(verdict(), QStringLiteral("QR-Code: QR-Code im PDF nicht lesbar"));
+        // ... and says so on the page too, in a red band across its top.
+        const QImage page = shown(window);
+        const QRgb band = page.pixel(page.width() / 2, 4);
+        QVERIFY2(qRed(band) > 150 && qGreen(band) < 60, qPrintable(QString::number(band, 16)));
+    }
+
+    // Any invoice of the run: the chooser steps through them, each filled from its own row.
+    void anyInvoiceIsPreviewedFromItsRow() {
+        const QString form = home_.filePath(QStringLiteral("Rechnung-N.docx"));
+        QVERIFY(QFile::copy(sample("Rechnung.docx"), form));
+        const QList<QByteArray> lines = bytesOf(sample("Rechnungslauf.csv")).split('\n');
+        const QList<QByteArray> header = lines[0].trimmed().split(';');
+        // Invoice n is the n-th row with an invoice date; its number is what the preview must show.
+        QStringList numbers;
+        for (qsizetype row = 1; row < lines.size(); ++row) {
+            const QList<QByteArray> values = lines[row].split(';');
+            if (values.size() == header.size() && !values[header.indexOf("RgDatum")].trimmed().isEmpty()) {
+                numbers << QString::fromLatin1(values[header.indexOf("RgNummer")]);
+            }
+        }
+        const auto number = [&](int invoice) { return numbers.value(invoice - 1, QStringLiteral("?")); };
+        wordbm::DesktopSession session(std::make_shared<wordbm::MemorySettingsStore>());
+        session.ui().answerBox = [](const std::string&, int, const std::string&) {
+            return wordbm::msgbox::No;
+        };
+        auto& window = session.ui().window();
+        window.setCSVDoc(sample("Rechnungslauf.csv"));
+        window.setWordDoc(form);
+        const auto verdict = [&window] {
+            return window.findChild<QLabel*>(QStringLiteral("lblPreviewCode"))->text();
+        };
+        const auto shownText = [&session] {
+            QTemporaryDir out;
+            const QString pdf = out.filePath(QStringLiteral("n.pdf"));
+            QPdfDocument document;
+            const int invoice =
+                session.ui().window().findChild<QSpinBox*>(QStringLiteral("spnInvoice"))->value();
+            if (!session.engine().InvoicePreview(pdf.toStdString(), invoice).empty() ||
+                document.load(pdf) != QPdfDocument::Error::None) {
+                return QString();
+            }
+            return document.getAllText(0).text();
+        };
+
+        window.preview().chooseInvoice(5);
+        QCOMPARE(window.findChild<QLabel*>(QStringLiteral("lblInvoiceCount"))->text(),
+                 QStringLiteral("von %1").arg(numbers.size()));
+        QVERIFY(shownText().contains(number(5)));
+        QCOMPARE(verdict(), QStringLiteral("QR-Code gelesen: entspricht den Rechnungsdaten"));
+        const QImage fifth = shown(window);
+        window.findChild<QToolButton*>(QStringLiteral("btnInvoiceNext"))->click();
+        QVERIFY(shownText().contains(number(6)));
+        QCOMPARE(verdict(), QStringLiteral("QR-Code gelesen: entspricht den Rechnungsdaten"));
+        QVERIFY(shown(window) != fifth);
+        // The chooser stays within the run: no step before the first or past the last.
+        window.preview().chooseInvoice(99);
+        QVERIFY(shownText().contains(number(static_cast<int>(numbers.size()))));
+        QVERIFY(!window.findChild<QToolButton*>(QStringLiteral("btnInvoiceNext"))->isEnabled());
+        window.preview().chooseInvoice(1);
+        QVERIFY(!window.findChild<QToolButton*>(QStringLiteral("btnInvoicePrevious"))->isEnabled());
+        const int past = static_cast<int>(numbers.size()) + 1;
+        QCOMPARE(session.engine().InvoicePreview(home_.filePath("x.pdf").toStdString(), past),
+                 "Keine Rechnung " + std::to_string(past) + " in der Rechnungs-Steuerdatei");
     }
 };
 

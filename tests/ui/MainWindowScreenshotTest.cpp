@@ -10,6 +10,7 @@
 #include "engine/word/Shapes.h"
 #include "settings/MemorySettingsStore.h"
 #include "ui/DesktopSession.h"
+#include "ui/LayoutView.h"
 #include "ui/PagePreview.h"
 #include "ui/frmWordBM.h"
 
@@ -120,15 +121,23 @@ class MainWindowScreenshotTest : public QObject {
         save(window, QStringLiteral("main-window-inserted.png"));
 
         // Page 1 of the working form as the office worker renders it, the new bookmark included.
-        window.findChild<QTabWidget*>(QStringLiteral("tabView"))->setCurrentIndex(1);
+        auto* views = window.findChild<QTabWidget*>(QStringLiteral("tabView"));
+        views->setCurrentWidget(&window.preview());
         QVERIFY(window.renderPreview());
         QVERIFY(!window.findChild<QLabel*>(QStringLiteral("lblPreview"))->pixmap().isNull());
         save(window, QStringLiteral("main-window-preview.png"));
         window.preview().choose(wordbm::PagePreview::Source::Invoice);
         QVERIFY(!window.findChild<QLabel*>(QStringLiteral("lblPreview"))->pixmap().isNull());
         save(window, QStringLiteral("main-window-preview-invoice.png"));
+        window.preview().chooseInvoice(5);
+        QVERIFY(!window.findChild<QLabel*>(QStringLiteral("lblPreview"))->pixmap().isNull());
+        save(window, QStringLiteral("main-window-preview-invoice-5.png"));
         window.preview().choose(wordbm::PagePreview::Source::Form);
-        window.findChild<QTabWidget*>(QStringLiteral("tabView"))->setCurrentIndex(0);
+        // The pages as they print, the bookmarks framed, the one just inserted among them.
+        views->setCurrentWidget(&window.layout());
+        QVERIFY(window.layout().layout());
+        save(window, QStringLiteral("main-window-layout.png"));
+        views->setCurrentIndex(0);
 
         // The test run lists the invoice names in the result list, which a timer closes.
         window.findChild<QTabWidget*>(QStringLiteral("tabOptions"))->setCurrentIndex(1);

@@ -267,7 +267,7 @@ private slots:
         ticker.start(10);
         auto* label = find<QLabel>(window, "lblPreview");
         const qint64 started = clock.elapsed();
-        find<QTabWidget>(window, "tabView")->setCurrentIndex(1);
+        find<QTabWidget>(window, "tabView")->setCurrentWidget(&window.preview());
         const qint64 took = clock.elapsed() - started;
         ticker.stop();
         const QImage before = label->pixmap().toImage();

@@ -3,6 +3,8 @@
 #include "engine/ooxml/DocxDocument.h"
 #include "engine/ooxml/ShapeFinder.h"
 
+#include <algorithm>
+
 namespace wordbm::ooxml {
 
 std::vector<StoryReport> StoryListing::stories(DocxDocument& document) {
@@ -13,8 +15,11 @@ std::vector<StoryReport> StoryListing::stories(DocxDocument& document) {
         report.story = story->name();
         report.storyType = story->wordType();
         for (const auto& mark : map.bookmarks) {
-            report.bookmarks.push_back(
-                {mark.name, !mark.name.empty() && mark.name.front() == '_', map.text(mark.start, mark.end)});
+            // Where a bookmark stands shows in the words after it.
+            std::string after = map.text(mark.end, std::min(mark.end + 40, map.length()));
+            after = after.substr(0, after.find_first_of("\r\a"));
+            report.bookmarks.push_back({mark.name, !mark.name.empty() && mark.name.front() == '_',
+                                        map.text(mark.start, mark.end), after});
         }
         for (int f = 0; f < static_cast<int>(map.fields.size()); ++f) {
             report.fields.push_back({map.fields[f].code, map.text(map.resultStart(f), map.fieldEnd(f)),

@@ -14,6 +14,7 @@ struct StoryReport {
         std::string name;
         bool hidden = false;
         std::string text;
+        std::string after; // what follows it up to the paragraph's end, at most 40 characters
     };
     struct Field {
         std::string code;
