@@ -2,6 +2,7 @@
 
 #include "ui/BackgroundTask.h"
 #include "ui/PagePreview.h"
+#include "ui/PlatformWords.h"
 #include "ui/frmESQR.h"
 #include "ui/frmFileNameTemplate.h"
 #include "ui/frmList.h"
@@ -128,6 +129,7 @@ int QtUserInterface::windowMessageBox(const std::string& text, int buttons, cons
     QMessageBox box(window_.get());
     box.setWindowTitle(QString::fromStdString(title.empty() ? mainWindowCaption() : title));
     box.setText(QString::fromStdString(text));
+    box.setInformativeText(PlatformWords::explanation(box.text()));
     switch (buttons) {
     case msgbox::Stop:
         box.setIcon(QMessageBox::Critical);
