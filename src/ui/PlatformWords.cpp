@@ -6,8 +6,8 @@ QString PlatformWords::explanation(const QString& boxText) {
     if (boxText == QStringLiteral("Word schliessen?")) {
         return QStringLiteral("Unter Linux zeigt kein Word-Fenster das Formular: gemeint ist das "
                               "Textprogramm in WordBM, das die Arbeitskopie offen hält.\n"
-                              "Ja beendet es jetzt, Nein lässt es laufen, bis WordBM endet. "
-                              "Das Original bleibt in beiden Fällen, wie es ist.");
+                              "Ja beendet es jetzt, Nein erst, wenn es nicht mehr gebraucht wird; "
+                              "für das Formular ist das gleich: das Original bleibt, wie es ist.");
     }
     if (boxText.contains(QStringLiteral("Word wird geschlossen."))) {
         return QStringLiteral("Unter Linux heisst das: die Arbeitskopie wird in WordBM geschlossen; "

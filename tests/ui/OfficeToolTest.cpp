@@ -223,8 +223,8 @@ void OfficeToolTest::theFilesUsedLastAreOfferedAgainWhereThePersonWas() {
     Person person;
     QList<QAction*> forms = recentEntries(window, "btnWordDocRecent");
     QCOMPARE(forms.size(), 2);
-    QCOMPARE(forms[0]->text(),
-             QStringLiteral("&1  Mahnung \"Müller\" && Co.docx  –  %1  (nicht gefunden)").arg(home_.filePath("Andere")));
+    QCOMPARE(forms[0]->text(), QStringLiteral("&1  Mahnung \"Müller\" && Co.docx  –  %1  (nicht gefunden)")
+                                   .arg(home_.filePath("Andere")));
     QVERIFY(!forms[0]->isEnabled());
     QCOMPARE(forms[1]->text(), QStringLiteral("&2  Rechnung.docx  –  %1").arg(home_.filePath("Formulare")));
     QVERIFY(forms[1]->isEnabled());
