@@ -46,6 +46,8 @@ public:
     void countsDisplay(const DocumentCounts&) override {}
     void progressStart(const std::string& title, int maximum) override;
     void progressStep(int position, int maximum) override;
+    // The bar says how far the run is; the invoice's words are for the window.
+    void progressLabel(const std::string&) override {}
     void progressStop() override;
     bool stopRequested() override { return stop_; }
     std::optional<MergeChoices> mergeChoicesDialog(OptionsPort& options) override;

@@ -123,6 +123,26 @@ std::string environmentValue(std::string_view name) {
 // Named in masks beside the editor's table: the profile and the application-data folder.
 constexpr std::array<std::string_view, 2> FurtherEnvironmentNames{"USERPROFILE", "APPDATA"};
 
+// Where environmentValue reads a Windows variable from when it is unset here.
+std::string environmentOrigin(std::string_view name) {
+    if (environmentVariable(std::string(name))) {
+        return {};
+    }
+    if (name == "USERNAME") {
+        return "$USER";
+    }
+    if (name == "USERPROFILE" || name == "HOMEPATH") {
+        return "$HOME";
+    }
+    if (name == "TEMP" || name == "TMP") {
+        return "$TMPDIR oder /tmp";
+    }
+    if (name == "APPDATA") {
+        return "$XDG_CONFIG_HOME oder ~/.config";
+    }
+    return {};
+}
+
 // A variable is the user's own setting, like &W&: it keeps its folder separators.
 std::string withEnvironment(std::string name, bool foldersAllowed) {
     const auto replace = [&](std::string_view variable) {
@@ -209,6 +229,16 @@ std::string FileNameTemplate::EnvVarName(std::int32_t position) {
 
 std::string FileNameTemplate::EnvVarValue(std::int32_t position) {
     return environmentValue(entryAt(EnvironmentNames, position));
+}
+
+std::vector<FileNameTemplate::EnvironmentEntry> FileNameTemplate::EnvironmentEntries() {
+    std::vector<EnvironmentEntry> entries;
+    const auto add = [&entries](std::string_view name) {
+        entries.push_back({"%" + std::string(name) + "%", environmentValue(name), environmentOrigin(name)});
+    };
+    std::for_each(EnvironmentNames.begin(), EnvironmentNames.end(), add);
+    std::for_each(FurtherEnvironmentNames.begin(), FurtherEnvironmentNames.end(), add);
+    return entries;
 }
 
 std::int32_t FileNameTemplate::DefaultsCount() {

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace wordbm {
 
@@ -50,6 +51,15 @@ public:
     static std::int32_t EnvVarCount();
     static std::string EnvVarName(std::int32_t position);  // "%TEMP%"
     static std::string EnvVarValue(std::int32_t position); // as the environment holds it now
+    // Every variable a mask replaces, the table's eight first: its name between "%" signs, its
+    // value now, and, where the variable itself is unset, the Linux variable its value is read
+    // from ("$HOME", "$TMPDIR oder /tmp"; empty when it is set or has no counterpart).
+    struct EnvironmentEntry {
+        std::string name;
+        std::string value;
+        std::string origin;
+    };
+    static std::vector<EnvironmentEntry> EnvironmentEntries();
     static std::int32_t DefaultsCount();
     static std::string DefaultsName(std::int32_t position);
     static std::string DefaultsValue(std::int32_t position);

@@ -220,6 +220,13 @@ void Opt::ItemLet(const std::string& key, const Variant& value) {
     cache_.assign(key, value);
 }
 
+void Opt::ItemSave(const std::string& key) {
+    ensureLoaded();
+    if (const Variant* value = cache_.find(key); value != nullptr && store_) {
+        store_->saveSetting(appName_, section_, key, encode(*value));
+    }
+}
+
 void Opt::ItemDel(const std::string& key) {
     ensureLoaded();
     if (store_) {

@@ -40,6 +40,9 @@ public:
     // The stored value in its stored type; the default (in its own type) when nothing is stored.
     Variant Item(const std::string& key, const std::optional<Variant>& defaultValue = std::nullopt);
     void ItemLet(const std::string& key, const Variant& value);
+    // Writes the item's current value to the settings store now, whatever the mode: a setting
+    // the window changes survives a program that does not end normally.
+    void ItemSave(const std::string& key);
     void ItemDel(const std::string& key);
     void ItemDelAll();
     void Update();

@@ -10,6 +10,7 @@ std::string OptOptions::get(const std::string& key) {
 void OptOptions::set(const std::string& key, const std::string& value) {
     if (!readOnly_) {
         store_.ItemLet(key, Variant(value));
+        store_.ItemSave(key);
     }
 }
 

@@ -5,8 +5,9 @@
 
 namespace wordbm {
 
-// The engine's options ("Options", "DOCOpen", "MergerTemplate") kept in the user's Opt store as
-// text. Read-only, it lets a batch verb use the remembered mask without changing what the
+// The engine's options ("Options", "DOCOpen", "MergerTemplate") and the window's own (last
+// folders, recent files) kept in the user's Opt store as text; a change is written to the store
+// at once. Read-only, it lets a batch verb use the remembered mask without changing what the
 // window remembers.
 class OptOptions final : public OptionsPort {
 public:

@@ -3,6 +3,7 @@
 #include "support/AtomicFile.h"
 #include "support/Cp1252.h"
 #include "support/ReadFile.h"
+#include "support/SystemErrorText.h"
 
 #include <algorithm>
 #include <array>
@@ -105,7 +106,7 @@ std::string writeFileAtomic(const std::string& path, std::string_view bytes) {
         return {};
     }
     std::string text = "Kann Datei nicht schreiben!";
-    text.append(LineBreak).append(path).append(LineBreak).append(error.message());
+    text.append(LineBreak).append(path).append(LineBreak).append(SystemErrorText::of(error));
     return text;
 }
 
@@ -120,7 +121,7 @@ std::string FileCopy(const std::string& source, const std::string& target) {
     }
     std::string text = "Kann Datei nicht kopieren!";
     text.append(LineBreak).append(source).append(LineBreak).append("nach").append(LineBreak);
-    text.append(target).append(LineBreak).append(error.message());
+    text.append(target).append(LineBreak).append(SystemErrorText::of(error));
     return text;
 }
 
@@ -134,7 +135,7 @@ std::string FileOpenCheck(const std::string& path) {
         return {};
     }
     std::string text = "Kann Datei nicht öffnen!";
-    text.append(LineBreak).append(path).append(LineBreak).append(in.error().message());
+    text.append(LineBreak).append(path).append(LineBreak).append(SystemErrorText::of(in.error()));
     return text;
 }
 

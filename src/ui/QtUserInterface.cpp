@@ -3,6 +3,7 @@
 #include "ui/BackgroundTask.h"
 #include "ui/LayoutView.h"
 #include "ui/PagePreview.h"
+#include "ui/PlatformWords.h"
 #include "ui/frmESQR.h"
 #include "ui/frmFileNameTemplate.h"
 #include "ui/frmList.h"
@@ -11,12 +12,20 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QFontMetrics>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QTimer>
+#include <algorithm>
 #include <type_traits>
 
 namespace wordbm {
+
+namespace {
+
+constexpr int ProgressMinimumWidth = 380;
+
+} // namespace
 
 QtUserInterface::QtUserInterface() : window_(std::make_unique<frmWordBM>()) {
     window_->setRaise([this](WindowEvent event, const std::string& argument) { raise(event, argument); });
@@ -122,6 +131,7 @@ int QtUserInterface::windowMessageBox(const std::string& text, int buttons, cons
     QMessageBox box(window_.get());
     box.setWindowTitle(QString::fromStdString(title.empty() ? mainWindowCaption() : title));
     box.setText(QString::fromStdString(text));
+    box.setInformativeText(PlatformWords::explanation(box.text()));
     switch (buttons) {
     case msgbox::Stop:
         box.setIcon(QMessageBox::Critical);
@@ -220,6 +230,12 @@ void QtUserInterface::windowProgressStart(const std::string& title, int maximum)
     }
     progress_->setWindowTitle(QString::fromStdString(title));
     progress_->setLabelText(QString::fromStdString(title));
+    // Wide enough that a window manager shows the whole title, and that the label does not make
+    // the dialog jump with every customer's name.
+    const QFontMetrics metrics(progress_->font());
+    progress_->setMinimumWidth(
+        std::max(ProgressMinimumWidth,
+                 metrics.horizontalAdvance(progress_->windowTitle()) + metrics.averageCharWidth() * 16));
     progress_->setRange(0, maximum);
     progress_->setValue(0);
     progress_->show();
@@ -236,13 +252,26 @@ void QtUserInterface::windowProgressStep(int position, int maximum) {
             progress_->setMaximum(maximum);
         }
         progress_->setValue(maximum > 0 ? std::min(position, maximum) : 0);
-        if (maximum > 0) {
-            progress_->setLabelText(
-                progress_->windowTitle() +
-                QStringLiteral("\nRechnung %1 von %2").arg(std::min(position, maximum)).arg(maximum));
-        }
     }
     processEvents();
+}
+
+void QtUserInterface::progressLabel(const std::string& text) {
+    const QString shown = QString::fromStdString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    onWindow([&] { windowProgressLabel(shown); });
+}
+
+void QtUserInterface::windowProgressLabel(const QString& text) {
+    if (!progress_) {
+        return;
+    }
+    // A name longer than the dialog is shortened in its middle, so the line still fits.
+    const QFontMetrics metrics(progress_->font());
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString& line : lines) {
+        line = metrics.elidedText(line, Qt::ElideMiddle, ProgressMinimumWidth);
+    }
+    progress_->setLabelText(progress_->windowTitle() + QLatin1Char('\n') + lines.join(QLatin1Char('\n')));
 }
 
 void QtUserInterface::progressStop() {

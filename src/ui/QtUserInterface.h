@@ -61,6 +61,7 @@ public:
     void countsDisplay(const DocumentCounts& counts) override;
     void progressStart(const std::string& title, int maximum) override;
     void progressStep(int position, int maximum) override;
+    void progressLabel(const std::string& text) override;
     void progressStop() override;
     bool stopRequested() override { return stop_.load(); }
     std::optional<MergeChoices> mergeChoicesDialog(OptionsPort& options) override;
@@ -81,6 +82,7 @@ private:
     int windowMessageBox(const std::string& text, int buttons, const std::string& title);
     void windowProgressStart(const std::string& title, int maximum);
     void windowProgressStep(int position, int maximum);
+    void windowProgressLabel(const QString& text);
 
     std::unique_ptr<frmWordBM> window_;
     WindowEventHandler handler_;

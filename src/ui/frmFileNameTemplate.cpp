@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QVBoxLayout>
 
 namespace wordbm {
@@ -39,8 +40,13 @@ QComboBox* makePickList(QWidget* parent, const char* name) {
     return list;
 }
 
-QString defaultChooseFolder(QWidget* parent) {
-    return QFileDialog::getExistingDirectory(parent, QStringLiteral("Verzeichnis zum Einfügen wählen"));
+// The chooser starts where the invoices usually go: the form's folder, else the documents folder.
+QString chooserStart(const FileNameTemplate& owner) {
+    const QFileInfo form(text(FileNameTemplate::nativeDocPath(owner.WordPath())));
+    if (!owner.WordPath().empty() && form.absoluteDir().exists()) {
+        return form.absolutePath();
+    }
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 }
 
 int defaultAskOverwrite(QWidget* parent, const QString& question, const QString& title) {
@@ -52,11 +58,26 @@ int defaultAskOverwrite(QWidget* parent, const QString& question, const QString&
     return answer == QMessageBox::No ? msgbox::No : msgbox::Cancel;
 }
 
+// Where the value of a Windows name comes from on this system.
+QString variableTip(const FileNameTemplate::EnvironmentEntry& variable) {
+    if (!variable.origin.empty()) {
+        return QStringLiteral("Unter Linux: ") + text(variable.origin);
+    }
+    if (variable.value.empty()) {
+        return QStringLiteral("Auf diesem System nicht gesetzt: wird leer eingesetzt");
+    }
+    return QStringLiteral("Gesetzt in der Umgebung dieses Systems");
+}
+
 } // namespace
 
 frmFileNameTemplate::frmFileNameTemplate(const FileNameTemplate& owner, const std::string& mask,
                                          QWidget* parent)
-    : QDialog(parent), chooseFolder(defaultChooseFolder), askOverwrite(defaultAskOverwrite), owner_(owner) {
+    : QDialog(parent), askOverwrite(defaultAskOverwrite), owner_(owner) {
+    chooseFolder = [this](QWidget* dialogParent) {
+        return QFileDialog::getExistingDirectory(
+            dialogParent, QStringLiteral("Verzeichnis zum Einfügen wählen"), chooserStart(owner_));
+    };
     setObjectName(QStringLiteral("frmFileNameTemplate"));
     setWindowTitle(QStringLiteral("Maske für Word-Dateinamen bearbeiten"));
     auto* layout = new QGridLayout(this);
@@ -96,10 +117,14 @@ frmFileNameTemplate::frmFileNameTemplate(const FileNameTemplate& owner, const st
     auto* Label3 = new QLabel(QStringLiteral("Umgebunsvariablen (Platzhalter) einfügen"), this);
     Label3->setObjectName(QStringLiteral("Label3"));
     cboVariables_ = makePickList(this, "cboVariables");
-    // The values are read now, so the list shows what a mask would resolve to at this moment.
-    for (std::int32_t i = 1; i <= owner.EnvVarCount(); ++i) {
-        const QString name = text(owner.EnvVarName(i));
-        cboVariables_->addItem(name + QStringLiteral("  -  ") + text(owner.EnvVarValue(i)), name);
+    // Every variable a mask replaces, with the value it has now on this system, so the list
+    // shows what a mask would resolve to; the Windows names say where Linux takes them from.
+    for (const auto& variable : FileNameTemplate::EnvironmentEntries()) {
+        const QString name = text(variable.name);
+        const QString value = text(variable.value);
+        cboVariables_->addItem(
+            name + QStringLiteral("  -  ") + (value.isEmpty() ? QStringLiteral("(leer)") : value), name);
+        cboVariables_->setItemData(cboVariables_->count() - 1, variableTip(variable), Qt::ToolTipRole);
     }
     auto* btnInsert2 = makeButton(this, "btnInsert2", QStringLiteral("Einfügen"));
 

@@ -2,6 +2,7 @@
 
 #include "ui/FileDrop.h"
 
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
@@ -12,6 +13,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -21,10 +23,6 @@ namespace {
 
 void defaultInform(QWidget* parent, const QString& title, const QString& text) {
     QMessageBox::information(parent, title, text);
-}
-
-QString defaultOpenFile(QWidget* parent, const QString& title, const QString& filter) {
-    return QFileDialog::getOpenFileName(parent, title, QString(), filter);
 }
 
 QStringList droppedFiles(const QMimeData* data) {
@@ -37,8 +35,10 @@ QStringList droppedFiles(const QMimeData* data) {
 
 } // namespace
 
-frmFileOpen::frmFileOpen(QWidget* parent)
-    : QDialog(parent), inform(defaultInform), openFile(defaultOpenFile) {
+frmFileOpen::frmFileOpen(QWidget* parent) : QDialog(parent), inform(defaultInform) {
+    openFile = [this](QWidget* owner, const QString& title, const QString& filter) {
+        return QFileDialog::getOpenFileName(owner, title, chooserFolder(), filter);
+    };
     setObjectName(QStringLiteral("frmFileOpen"));
     auto* layout = new QVBoxLayout(this);
     lblFile_ = new QLabel(this);
@@ -78,9 +78,10 @@ frmFileOpen::frmFileOpen(QWidget* parent)
 }
 
 std::optional<std::string> frmFileOpen::pick(QWidget* parent, Kind kind, const std::string& file,
-                                             const QString& caption) {
+                                             const QString& caption, const QString& startFolder) {
     frmFileOpen dialog(parent);
     dialog.setKind(kind);
+    dialog.setStartFolder(startFolder);
     if (!caption.isEmpty()) {
         dialog.setCaption(caption, dialog.patterns());
     }
@@ -140,6 +141,17 @@ void frmFileOpen::setFile(const QString& file) {
 
 QString frmFileOpen::kindCaption() const {
     return lblFile_->text();
+}
+
+QString frmFileOpen::chooserFolder() const {
+    const QFileInfo typed(File_->text().trimmed());
+    if (!File_->text().trimmed().isEmpty() && typed.absoluteDir().exists()) {
+        return typed.absolutePath();
+    }
+    if (!startFolder_.isEmpty() && QDir(startFolder_).exists()) {
+        return startFolder_;
+    }
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 }
 
 QString frmFileOpen::dropRefusal(const QStringList& files, const QString& patterns, const QString& kind) {

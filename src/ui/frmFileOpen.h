@@ -20,9 +20,10 @@ public:
 
     // Shows the dialog modally for one kind with `file` in the field; the field after btnDone,
     // nullopt when the dialog was closed any other way. A caption, when given, names the file in
-    // place of the kind's own ("Word-Rechnungsformular" rather than "Word Datei").
+    // place of the kind's own ("Word-Rechnungsformular" rather than "Word Datei"). The file
+    // chooser starts in the folder of `file`, else in `startFolder` (the one last used).
     static std::optional<std::string> pick(QWidget* parent, Kind kind, const std::string& file = {},
-                                           const QString& caption = {});
+                                           const QString& caption = {}, const QString& startFolder = {});
 
     // The kinds: lblFile caption and pattern list ("*.docx;*.docm").
     void SetDefault();
@@ -34,6 +35,11 @@ public:
     QString File() const;
     void setFile(const QString& file);
     QString kindCaption() const;
+    // Where the file chooser starts when the field names no file in an existing folder.
+    void setStartFolder(const QString& folder) { startFolder_ = folder; }
+    // The folder of the field's file when it exists, else the start folder when it exists, else
+    // the user's documents folder.
+    QString chooserFolder() const;
     const QString& patterns() const { return patterns_; }
 
     // Why a drop of these files is refused ("Maximal eine Datei!", "Muss eine 'Word Datei' Datei
@@ -62,6 +68,7 @@ private:
     QLabel* lblFile_ = nullptr;
     QLineEdit* File_ = nullptr;
     QString patterns_;
+    QString startFolder_;
 };
 
 } // namespace wordbm

@@ -2,6 +2,7 @@
 
 #include "data/TagList.h"
 #include "engine/ports/OptionsPort.h"
+#include "ui/PlatformWords.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -60,6 +61,7 @@ frmMerge::frmMerge(OptionsPort& options, QWidget* parent) : QDialog(parent), opt
     chkClose_ = addBox(fraWoird, "chkClose", QStringLiteral("Rechnungen schliessen"));
     chkDelete_ = addBox(fraWoird, "chkDelete", QStringLiteral("Rechnungen  löschen"));
     chkWordClose_ = addBox(fraWoird, "chkWordClose", QStringLiteral("Word schliessen"));
+    chkWordClose_->setToolTip(PlatformWords::wordCloseTip());
 
     auto* buttons = new QHBoxLayout;
     auto* btnStd = new QPushButton(QStringLiteral("Standardeinstellungen"), this);

@@ -9,6 +9,7 @@
 #include "ui/FormView.h"
 #include "ui/LayoutView.h"
 #include "ui/PagePreview.h"
+#include "ui/RecentFilesButton.h"
 #include "ui/frmFileOpen.h"
 #include "ui/frmTemplateLoad.h"
 
@@ -32,6 +33,7 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTimer>
+#include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <utility>
@@ -56,6 +58,18 @@ QPushButton* button(QWidget* parent, const char* name, const QString& caption, c
 
 QString fromStd(const std::string& text) {
     return QString::fromStdString(text);
+}
+
+// A path box with its drop-down of the files used last, which Alt+Down opens as in a combo box.
+QHBoxLayout* withRecent(QLineEdit* box, QToolButton* recent) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(0);
+    row->addWidget(box, 1);
+    row->addWidget(recent);
+    auto* open =
+        new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Down), box, nullptr, nullptr, Qt::WidgetShortcut);
+    QObject::connect(open, &QShortcut::activated, recent, &QToolButton::showMenu);
+    return row;
 }
 
 // A caption as it reads, without the mark of its mnemonic.
@@ -91,6 +105,10 @@ void frmWordBM::build() {
     txtCSVDoc_ = new QLineEdit(this);
     txtCSVDoc_->setObjectName(QStringLiteral("txtCSVDoc"));
     lblCSVDoc_->setBuddy(txtCSVDoc_);
+    btnWordDocRecent_ = new RecentFilesButton("WordDoc", QStringLiteral("Word-Rechnungsformulare"), this);
+    btnWordDocRecent_->setObjectName(QStringLiteral("btnWordDocRecent"));
+    btnCSVDocRecent_ = new RecentFilesButton("CSVDoc", QStringLiteral("Rechnungs-Steuerdateien"), this);
+    btnCSVDocRecent_->setObjectName(QStringLiteral("btnCSVDocRecent"));
     // The tooltips come from the labels' captions, as the window's design asks.
     btnWordDocOpen_ =
         button(this, "btnWordDocOpen", QStringLiteral("Öffn&en…"), plain(lblWordDoc_->text()) + " auswählen");
@@ -130,10 +148,10 @@ void frmWordBM::build() {
     }
     csvButtons->addStretch();
     paths->addWidget(lblWordDoc_, 0, 0);
-    paths->addWidget(txtWordDoc_, 0, 1);
+    paths->addLayout(withRecent(txtWordDoc_, btnWordDocRecent_), 0, 1);
     paths->addLayout(wordButtons, 1, 1);
     paths->addWidget(lblCSVDoc_, 2, 0);
-    paths->addWidget(txtCSVDoc_, 2, 1);
+    paths->addLayout(withRecent(txtCSVDoc_, btnCSVDocRecent_), 2, 1);
     paths->addLayout(csvButtons, 3, 1);
     paths->addWidget(lblTemplate, 4, 0);
     auto* templateRow = new QHBoxLayout;
@@ -285,6 +303,8 @@ void frmWordBM::build() {
             [this] { fileManager_.showItem(txtCSVDoc_->text()); });
     connect(btnWordDocNew_, &QPushButton::clicked, this, [this] { newForm(true); });
     connect(btnWordTemplate_, &QPushButton::clicked, this, [this] { newForm(false); });
+    btnWordDocRecent_->chosen = [this](const QString& path) { setWordDoc(path); };
+    btnCSVDocRecent_->chosen = [this](const QString& path) { setCSVDoc(path); };
     connect(btnTemplate_, &QPushButton::clicked, this, [this] {
         if (editTemplate) {
             editTemplate();
@@ -368,6 +388,9 @@ void frmWordBM::tabOrder() {
     for (qsizetype i = 1; i < order.size(); ++i) {
         setTabOrder(order[i - 1], order[i]);
     }
+    // Each path box's drop-down comes right after it.
+    setTabOrder(txtWordDoc_, btnWordDocRecent_);
+    setTabOrder(txtCSVDoc_, btnCSVDocRecent_);
     // Tab leaves the two text views instead of staying in them.
     txtForm_->setTabChangesFocus(true);
     txtTrace_->setTabChangesFocus(true);
@@ -423,6 +446,12 @@ void frmWordBM::execute(const MainWindowSetup& setup) {
     }
 }
 
+void frmWordBM::setOptions(OptionsPort* options) {
+    options_ = options;
+    btnWordDocRecent_->setOptions(options);
+    btnCSVDocRecent_->setOptions(options);
+}
+
 void frmWordBM::setWordDoc(const QString& path) {
     txtWordDoc_->setText(path);
     lastWordDoc_ = path;
@@ -456,6 +485,8 @@ void frmWordBM::showWordDoc(const std::string& original, const std::string& work
     txtWordDoc_->setText(fromStd(original));
     txtWordDoc_->setToolTip(QStringLiteral("Arbeitskopie: ") + fromStd(working));
     lastWordDoc_ = txtWordDoc_->text();
+    // Opened: offered again in the next run.
+    btnWordDocRecent_->opened(txtWordDoc_->text());
     txtTrace_->clear();
     lblCounts_->clear();
     showTitle();
@@ -482,6 +513,7 @@ void frmWordBM::showCSVDoc(const std::string& original, const std::string& worki
     txtCSVDoc_->setText(fromStd(original));
     txtCSVDoc_->setToolTip(QStringLiteral("Arbeitskopie: ") + fromStd(working));
     lastCSVDoc_ = txtCSVDoc_->text();
+    btnCSVDocRecent_->opened(txtCSVDoc_->text());
     updateEnabled();
 }
 
@@ -677,17 +709,19 @@ bool frmWordBM::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmWordBM::chooseWordDoc() {
-    if (const auto path =
-            frmFileOpen::pick(this, frmFileOpen::Kind::Word, txtWordDoc_->text().toStdString(), WordCaption);
+    if (const auto path = frmFileOpen::pick(this, frmFileOpen::Kind::Word, txtWordDoc_->text().toStdString(),
+                                            WordCaption, btnWordDocRecent_->lastFolder());
         path && !path->empty()) {
+        btnWordDocRecent_->rememberFolder(QFileInfo(fromStd(*path)).absolutePath());
         setWordDoc(fromStd(*path));
     }
 }
 
 void frmWordBM::chooseCSVDoc() {
-    if (const auto path =
-            frmFileOpen::pick(this, frmFileOpen::Kind::CSV, txtCSVDoc_->text().toStdString(), CSVCaption);
+    if (const auto path = frmFileOpen::pick(this, frmFileOpen::Kind::CSV, txtCSVDoc_->text().toStdString(),
+                                            CSVCaption, btnCSVDocRecent_->lastFolder());
         path && !path->empty()) {
+        btnCSVDocRecent_->rememberFolder(QFileInfo(fromStd(*path)).absolutePath());
         setCSVDoc(fromStd(*path));
     }
 }
@@ -697,7 +731,11 @@ void frmWordBM::newForm(bool withSlip) {
     if (!chosen) {
         return;
     }
-    const QString folder = options_ ? fromStd(options_->get("DOCOpen")) : QString();
+    QString folder = options_ ? fromStd(options_->get("DOCOpen")) : QString();
+    if (folder.isEmpty()) {
+        // No new form made yet: beside the forms opened last.
+        folder = btnWordDocRecent_->lastFolder();
+    }
     QFileDialog dialog(this, QStringLiteral("Neues Word-Rechnungsformular erstellen"), folder,
                        QStringLiteral("Word-Rechnungsformulare(*.doc?);;Alle Dateien (*.*)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);

@@ -25,6 +25,7 @@ namespace wordbm {
 class FormView;
 class LayoutView;
 class PagePreview;
+class RecentFilesButton;
 class OptionsPort;
 
 // The main window: the two paths, the file-name mask and the engine's commands. It holds no
@@ -41,8 +42,9 @@ public:
 
     void setRaise(Raise raise) { raise_ = std::move(raise); }
     void setDocumentSource(DocumentSource source);
-    // Options for the new-form folder ("DOCOpen"); may stay unset.
-    void setOptions(OptionsPort* options) { options_ = options; }
+    // Options for the new-form folder ("DOCOpen"), the last folders and the recent files; may
+    // stay unset.
+    void setOptions(OptionsPort* options);
 
     // Fills the boxes as the engine's Execute asks; the path boxes raise their open events.
     void execute(const MainWindowSetup& setup);
@@ -153,6 +155,8 @@ private:
     QPushButton* btnCSVDocClose_ = nullptr;
     QPushButton* btnCSVDocShow_ = nullptr;
     QPushButton* btnTemplate_ = nullptr;
+    RecentFilesButton* btnWordDocRecent_ = nullptr;
+    RecentFilesButton* btnCSVDocRecent_ = nullptr;
     QLabel* lblCounts_ = nullptr;
     QPlainTextEdit* txtTrace_ = nullptr;
     FormView* txtForm_ = nullptr;

@@ -7,6 +7,7 @@
 #include "engine/word/Bookmarks.h"
 #include "engine/word/WordConstants.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace wordbm::testing {
@@ -70,6 +71,14 @@ TEST_F(Merge, TestRunListsTheNamesWithoutDocumentsOrDialogs) {
     // The reader counts the empty piece after the last line end as a line.
     EXPECT_EQ(ui.progress.front(), "start Dateinamen testen 4");
     EXPECT_EQ(ui.progress.back(), "stop");
+    // Words for each invoice, counted among the invoices rather than the lines.
+    const auto labels = std::count_if(ui.progress.begin(), ui.progress.end(),
+                                      [](const std::string& entry) { return entry.starts_with("label "); });
+    EXPECT_EQ(labels, 2);
+    EXPECT_NE(
+        std::find_if(ui.progress.begin(), ui.progress.end(),
+                     [](const std::string& entry) { return entry.starts_with("label Rechnung 2 von 2"); }),
+        ui.progress.end());
     expectOriginalsUntouched();
 }
 

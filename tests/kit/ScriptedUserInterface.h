@@ -78,6 +78,7 @@ public:
     void countsDisplay(const DocumentCounts& value) override { counts = value; }
     void progressStart(const std::string& title, int maximum) override;
     void progressStep(int position, int maximum) override;
+    void progressLabel(const std::string& text) override { progress.push_back("label " + text); }
     void progressStop() override { progress.emplace_back("stop"); }
     bool stopRequested() override;
     std::optional<MergeChoices> mergeChoicesDialog(OptionsPort& options) override;

@@ -3,6 +3,7 @@
 #include "DialogTestHelper.h"
 #include "ui/GermanQtTexts.h"
 #include "ui/QtUserInterface.h"
+#include "ui/RecentFilesButton.h"
 #include "ui/frmESQR.h"
 #include "ui/frmFileNameTemplate.h"
 #include "ui/frmFileOpen.h"
@@ -18,9 +19,11 @@
 #include <QFileDialog>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <QtTest>
 #include <memory>
 
@@ -63,11 +66,37 @@ private slots:
         QtUserInterface ui;
         ui.progressStart("Rechnungen erstellen", 120);
         ui.progressStep(7, 120);
+        ui.progressLabel("Rechnung 7 von 118\r\nBäckerei Müller GmbH");
         auto* dialog = ui.window().findChild<QProgressDialog*>(QStringLiteral("progress"));
         QVERIFY(dialog);
-        QVERIFY(dialog->labelText().contains(QStringLiteral("Rechnung 7 von 120")));
+        QCOMPARE(dialog->labelText(),
+                 QStringLiteral("Rechnungen erstellen\nRechnung 7 von 118\nBäckerei Müller GmbH"));
         shoot(*dialog, "progress");
         ui.progressStop();
+    }
+
+    void recentFiles() {
+        QTemporaryDir folder;
+        dialogtest::MemoryOptions options;
+        frmWordBM window;
+        window.setOptions(&options);
+        auto* recent = child<QToolButton>(window, "btnWordDocRecent");
+        RecentFilesButton* forms = qobject_cast<RecentFilesButton*>(recent);
+        QVERIFY(forms);
+        for (const char* name : {"Mahnung 2.docx", "Rechnung Treuhand.docx", "Rechnung mit QR.docm"}) {
+            QFile form(folder.filePath(QString::fromUtf8(name)));
+            QVERIFY(form.open(QIODevice::WriteOnly));
+            forms->opened(form.fileName());
+        }
+        forms->opened(QStringLiteral("/home/anna/Dokumente/Rechnungen 2025/Rechnung alt.docx"));
+        window.resize(1000, 680);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        recent->menu()->popup(recent->mapToGlobal(QPoint(0, recent->height())));
+        QVERIFY(QTest::qWaitForWindowExposed(recent->menu()));
+        const QImage picture = recent->menu()->grab().toImage();
+        QVERIFY(picture.save(folder_ + QStringLiteral("/recent-files.png")));
+        recent->menu()->hide();
     }
 
     void mergeDialog() {

@@ -9,6 +9,7 @@
 #include "engine/word/Documents.h"
 #include "engine/word/WordConstants.h"
 #include "support/AtomicFile.h"
+#include "support/SystemErrorText.h"
 
 #include <chrono>
 #include <exception>
@@ -41,7 +42,7 @@ std::string describe(const std::error_code& error) {
     if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) {
         return "Zugriff verweigert";
     }
-    return error.message();
+    return SystemErrorText::of(error);
 }
 
 word::Document& open(const word::DocumentPtr& doc) {

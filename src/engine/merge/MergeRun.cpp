@@ -17,6 +17,7 @@
 #include "qrbill/QRCoder.h"
 #include "support/FileOps.h"
 #include "support/Folders.h"
+#include "support/Strings.h"
 
 #include <algorithm>
 #include <exception>
@@ -75,6 +76,9 @@ void MergeRun::prepare() {
     s.NameTemplate().WordPath(s.WordDoc());
     s.NameTemplate().CSVPath(s.CSVDoc());
     lineCount_ = std::max(s.CSV().LineCount(), 0);
+    for (std::int32_t row = 1; row <= lineCount_; ++row) {
+        invoiceCount_ += s.InvoiceRow(row) ? 1 : 0;
+    }
     inspectForm();
     for (const std::string* input : {&s.WordDoc(), &s.WordWork(), &s.CSVDoc(), &s.CSVWork()}) {
         names_.reserve(nativePath(*input));
@@ -311,9 +315,17 @@ void MergeRun::add(Entry& entry) {
             result_.failedLines.push_back(result_.lines.size() + i);
         }
         result_.lines.insert(result_.lines.end(), entry.lines.begin(), entry.lines.end());
+        session_.UI().progressLabel(progressText(entry));
     }
     session_.UI().progressStep(entry.row, lineCount_);
     session_.UI().processEvents();
+}
+
+std::string MergeRun::progressText(const Entry& entry) const {
+    // Invoices are counted, not rows: a row without an invoice date makes none.
+    std::string text = "Rechnung " + std::to_string(result_.total) + " von " + std::to_string(invoiceCount_);
+    const std::string customer = trim(session_.CSV().FieldStr("KliName", entry.row));
+    return customer.empty() ? text : text + "\r\n" + customer;
 }
 
 bool MergeRun::stopRequested() {

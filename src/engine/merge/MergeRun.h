@@ -86,6 +86,8 @@ private:
     // False while the entry's code is still being read, after waiting up to `wait`.
     bool proven(Entry& entry, std::chrono::milliseconds wait);
     void add(Entry& entry);
+    // "Rechnung 7 von 24" and the customer of the row, for the progress display.
+    std::string progressText(const Entry& entry) const;
     bool stopRequested();
 
     MergeSession& session_;
@@ -94,6 +96,7 @@ private:
     bool checkQR_ = false;
     bool proveCodes_ = false;
     std::int32_t lineCount_ = 0;
+    std::int32_t invoiceCount_ = 0;
     OutputNames names_;
     std::size_t jobs_ = 0;
     bool stopped_ = false;

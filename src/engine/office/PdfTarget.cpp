@@ -3,6 +3,7 @@
 #include "support/AtomicFile.h"
 #include "support/FileOps.h"
 #include "support/SessionFolder.h"
+#include "support/SystemErrorText.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -19,12 +20,12 @@ namespace {
 std::string flushToDisk(const std::string& path) {
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) {
-        return std::strerror(errno);
+        return SystemErrorText::of(errno);
     }
     const int synced = ::fsync(fd);
     const int error = errno;
     ::close(fd);
-    return synced == 0 ? std::string() : std::strerror(error);
+    return synced == 0 ? std::string() : SystemErrorText::of(error);
 }
 
 // mkdtemp makes it with mode 0700: invoices are nobody else's business.
@@ -59,7 +60,7 @@ std::string PdfTarget::commit() {
     if (std::rename(temporary_.c_str(), target_.c_str()) == 0) {
         return {};
     }
-    return errno == EXDEV ? copyOver() : std::strerror(errno);
+    return errno == EXDEV ? copyOver() : SystemErrorText::of(errno);
 }
 
 std::string PdfTarget::copyOver() {
@@ -75,7 +76,7 @@ std::string PdfTarget::copyOver() {
     if (!error) {
         error = file.commit();
     }
-    return error ? error.message() : std::string();
+    return error ? SystemErrorText::of(error) : std::string();
 }
 
 } // namespace wordbm::office

@@ -4,6 +4,7 @@
 #include "engine/word/AutomationError.h"
 #include "support/FileOps.h"
 #include "support/Strings.h"
+#include "support/SystemErrorText.h"
 
 #include <cerrno>
 #include <csignal>
@@ -165,8 +166,8 @@ void WorkerProcess::makeProfileFolder() {
     std::string pattern =
         (temporary / (std::string(FolderPrefix) + std::to_string(::getpid()) + "-XXXXXX")).string();
     if (::mkdtemp(pattern.data()) == nullptr) {
-        throw AutomationError(StartFailed + std::string("kein temporärer Ordner (") + std::strerror(errno) +
-                              ")");
+        throw AutomationError(StartFailed + std::string("kein temporärer Ordner (") +
+                              SystemErrorText::of(errno) + ")");
     }
     profileFolder_ = pattern;
 }
@@ -177,7 +178,7 @@ void WorkerProcess::spawn(const std::string& program) {
     }
     int ends[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) {
-        throw AutomationError(StartFailed + std::string(std::strerror(errno)));
+        throw AutomationError(StartFailed + SystemErrorText::of(errno));
     }
     channel_ = std::make_unique<LineChannel>(ends[0]);
     // Without a log of the user's choice, the worker's messages go into its own folder, to be
@@ -204,7 +205,7 @@ void WorkerProcess::spawn(const std::string& program) {
     ::close(ends[1]);
     if (error != 0) {
         pid_ = -1;
-        throw AutomationError(StartFailed + program + " (" + std::strerror(error) + ")");
+        throw AutomationError(StartFailed + program + " (" + SystemErrorText::of(error) + ")");
     }
 }
 

@@ -10,6 +10,7 @@
 #include "engine/ooxml/ZipRewriter.h"
 #include "support/AtomicFile.h"
 #include "support/ReadFile.h"
+#include "support/SystemErrorText.h"
 
 #include <algorithm>
 #include <array>
@@ -56,7 +57,7 @@ std::string describe(std::error_code error) {
     if (error == std::errc::is_a_directory) {
         return "ein Ordner, keine Datei";
     }
-    return error.message();
+    return SystemErrorText::of(error);
 }
 
 // Parts whose text names namespaces: XML parts and relationship parts.

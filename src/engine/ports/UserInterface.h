@@ -62,6 +62,8 @@ public:
     // A maximum of 0 shows activity without a measure; a step may change the maximum.
     virtual void progressStart(const std::string& title, int maximum) = 0;
     virtual void progressStep(int position, int maximum) = 0;
+    // Where the run stands, in words: lines joined by CR LF ("Rechnung 7 von 24", the customer).
+    virtual void progressLabel(const std::string& text) = 0;
     virtual void progressStop() = 0;
     // The person asked a long run to stop; it stops between two items.
     virtual bool stopRequested() = 0;
