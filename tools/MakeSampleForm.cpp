@@ -14,6 +14,7 @@
 #include "engine/word/Range.h"
 #include "engine/word/TextLength.h"
 #include "support/FileOps.h"
+#include "support/Strings.h"
 
 #include <cstdio>
 #include <exception>
@@ -38,21 +39,7 @@ constexpr int AddressIndent = 5103;
 
 std::string escaped(const std::string& text) {
     std::string out;
-    for (char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        default:
-            out += c;
-        }
-    }
+    wordbm::appendXmlText(out, text);
     return out;
 }
 

@@ -143,4 +143,22 @@ std::size_t utf8SequenceLength(std::string_view bytes, std::size_t at) {
     return overlong || beyond ? 0 : length;
 }
 
+void appendXmlText(std::string& out, std::string_view text) {
+    for (const char c : text) {
+        switch (c) {
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '>':
+            out += "&gt;";
+            break;
+        default:
+            out += c;
+        }
+    }
+}
+
 } // namespace wordbm

@@ -39,4 +39,7 @@ std::size_t utf8SequenceLength(std::string_view text, std::size_t at);
 // Decimal digits of `number`, left-padded with "0" to `width`; a longer text keeps its last `width` digits.
 std::string zeroPad(long long number, int width);
 
+// Appends `text` as XML element text, escaped as the document writer escapes it (& < >).
+void appendXmlText(std::string& out, std::string_view text);
+
 } // namespace wordbm

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QTemporaryDir>
 #include <QWidget>
+#include <QtGlobal>
 #include <map>
 #include <memory>
 #include <string>
@@ -34,6 +35,15 @@ QString screenshotFolder();
 // The child of `parent` with this objectName and type; null when there is none.
 template <typename Widget> Widget* child(QWidget* parent, const char* name) {
     return parent->findChild<Widget*>(QString::fromLatin1(name));
+}
+
+// As child(), for controls a test cannot go on without: a missing one ends the test program.
+template <typename Widget> Widget* required(QWidget& parent, const char* name) {
+    auto* widget = child<Widget>(&parent, name);
+    if (!widget) {
+        qFatal("control %s missing", name);
+    }
+    return widget;
 }
 
 } // namespace wordbm::dialogtest

@@ -93,11 +93,7 @@ class OfficeToolTest : public QObject {
     }
 
     template <typename T> static T* find(QWidget& parent, const char* name) {
-        auto* widget = parent.findChild<T*>(QString::fromLatin1(name));
-        if (!widget) {
-            qFatal("control %s missing", name);
-        }
-        return widget;
+        return wordbm::dialogtest::required<T>(parent, name);
     }
 
     static void typeForm(frmWordBM& window, const QString& path) {

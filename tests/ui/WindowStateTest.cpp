@@ -96,12 +96,8 @@ class WindowStateTest : public QObject {
         return QFile::copy(source, path) ? path : QString();
     }
 
-    template <typename T> static T* find(frmWordBM& window, const char* name) {
-        auto* widget = window.findChild<T*>(QString::fromLatin1(name));
-        if (!widget) {
-            qFatal("control %s missing", name);
-        }
-        return widget;
+    template <typename T> static T* find(QWidget& parent, const char* name) {
+        return wordbm::dialogtest::required<T>(parent, name);
     }
 
     // Types a path into the form's box and confirms it, as a person opens a form.

@@ -50,12 +50,8 @@ class frmWordBMTest : public QObject {
         return window;
     }
 
-    template <typename T> static T* find(frmWordBM& window, const char* name) {
-        auto* widget = window.findChild<T*>(QString::fromLatin1(name));
-        if (!widget) {
-            qFatal("control %s missing", name);
-        }
-        return widget;
+    template <typename T> static T* find(QWidget& parent, const char* name) {
+        return wordbm::dialogtest::required<T>(parent, name);
     }
 
     // Runs `answer` on the modal dialog of type T as soon as one is shown.

@@ -9,6 +9,7 @@
 #include "engine/word/WordConstants.h"
 #include "support/HiddenTemporary.h"
 #include "support/ReadFile.h"
+#include "support/Strings.h"
 
 #include <algorithm>
 #include <cctype>
@@ -69,25 +70,6 @@ bool plain(std::string_view text) {
 
 bool blankAtEdge(std::string_view text) {
     return text.front() == ' ' || text.back() == ' ';
-}
-
-// As the XML writer escapes element text.
-void escapeInto(std::string& out, std::string_view text) {
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        default:
-            out += c;
-        }
-    }
 }
 
 // One deflate stream of its own, ended by `flush`: Z_SYNC_FLUSH leaves it open at a byte
@@ -349,7 +331,7 @@ std::optional<std::string> PreparedForm::invoice(const std::vector<std::string>&
             } else if (blankAtEdge(text) && !slot.blanksKept) {
                 return std::nullopt;
             }
-            escapeInto(out, text);
+            appendXmlText(out, text);
             crc = crc32(crc, reinterpret_cast<const Bytef*>(out.data()), static_cast<uInt>(out.size()));
             header.size += out.size();
         }
