@@ -813,7 +813,7 @@ TEST_F(AnalyzeCorpus, InvoicesJoinedFromThePreparedFormAreThoseTheWordProcessorF
 // languages, then merged with the invoices left open, which the word processor fills, and only
 // saved by two threads, which join what they can from the forms prepared once per shape of slip.
 // The invoices are the same part by part.
-TEST_F(AnalyzeCorpus, InvoicesWithThePaymentPartJoinedFromPreparedFormsAreThoseTheWordProcessorFills) {
+TEST_F(AnalyzeCorpus, InvoicesWithTheQRSlipJoinedFromPreparedFormsAreThoseTheWordProcessorFills) {
     const fs::path csv = folder_ / "Zahlteil.csv";
     writeSlipControlFile(csv);
     CSVfile data;

@@ -7,6 +7,7 @@
 #include "data/CSVfile.h"
 #include "data/KnownFields.h"
 #include "engine/merge/BookmarkFiller.h"
+#include "engine/merge/PreparedForms.h"
 #include "engine/ooxml/DocxApplication.h"
 #include "engine/ooxml/Package.h"
 #include "engine/slip/SlipFit.h"
@@ -22,6 +23,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace wordbm::testing {
 namespace {
@@ -165,7 +167,7 @@ ControlFile slipRows() {
     return control;
 }
 
-TEST_F(PreparedFormTest, InvoicesWithThePaymentPartAreTheWordProcessorsPartByPart) {
+TEST_F(PreparedFormTest, InvoicesWithTheQRSlipAreTheWordProcessorsPartByPart) {
     use(slipRows());
     const std::string form = ControlFile::sampleForm();
     const auto prepared = prepare(form, slipFiller, 1);
@@ -213,9 +215,45 @@ TEST_F(PreparedFormTest, InvoicesWithThePaymentPartAreTheWordProcessorsPartByPar
     EXPECT_EQ(pictures.size(), 1u) << "one QR code per invoice";
 }
 
+// The run prepares the form once for each shape of slip among its rows, up to a few, and once for
+// all rows when the form has no slip to fill.
+TEST_F(PreparedFormTest, TheRunPreparesTheFormOncePerShapeOfSlip) {
+    use(slipRows());
+    const std::vector<std::int32_t> rows{1, 2, 3, 4, 5, 6, 7, 8};
+    std::set<std::string> shapes;
+    for (const std::int32_t row : rows) {
+        shapes.insert(slipFiller.slipShape(row));
+    }
+    ASSERT_GE(shapes.size(), 3u);
+    const auto word = ooxml::DocxApplication::create();
+    const auto forms = PreparedForms::make(*word, ControlFile::sampleForm(), known, slipFiller,
+                                           folder.path().string(), rows);
+    ASSERT_TRUE(forms);
+    std::set<const PreparedForm*> serving;
+    for (const std::int32_t row : rows) {
+        SCOPED_TRACE(row);
+        const PreparedForm* form = forms->formFor(slipFiller, row);
+        ASSERT_TRUE(form);
+        EXPECT_EQ(form->shape(), slipFiller.slipShape(row));
+        EXPECT_EQ(form, forms->find(slipFiller.slipShape(row)));
+        serving.insert(form);
+    }
+    EXPECT_EQ(serving.size(), std::min(shapes.size(), PreparedForms::MostShapes));
+
+    const auto textOnly =
+        PreparedForms::make(*word, textFieldsOnly(), known, slipFiller, folder.path().string(), rows);
+    ASSERT_TRUE(textOnly);
+    const PreparedForm* first = textOnly->formFor(slipFiller, 1);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->shape(), "");
+    for (const std::int32_t row : rows) {
+        EXPECT_EQ(textOnly->formFor(slipFiller, row), first);
+    }
+}
+
 // Without a slip builder the merge leaves the slip's placeholders as they are, and so does the
 // prepared form.
-TEST_F(PreparedFormTest, WithoutTheSlipBuilderThePaymentPartIsLeftAsItIs) {
+TEST_F(PreparedFormTest, WithoutTheSlipBuilderTheSlipIsLeftAsItIs) {
     use(awkwardTexts());
     const std::string form = ControlFile::sampleForm();
     const auto prepared = prepare(form);

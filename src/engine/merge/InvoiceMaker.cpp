@@ -99,7 +99,7 @@ InvoiceOutcome InvoiceMaker::make(word::DocumentPtr& doc, const MergeJob& job, b
 }
 
 bool InvoiceMaker::makePrepared(const MergeJob& job, InvoiceOutcome& outcome) {
-    const PreparedForm* form = hooks_.prepared->find(filler_.slipShape(job.row));
+    const PreparedForm* form = hooks_.prepared->formFor(filler_, job.row);
     const std::optional<std::string> invoice = form ? form->invoiceOf(filler_, job.row) : std::nullopt;
     if (!invoice) {
         return false;

@@ -34,6 +34,13 @@ std::unique_ptr<PreparedForms> PreparedForms::make(word::Application& word, cons
     return forms->forms_.empty() ? nullptr : std::move(forms);
 }
 
+const PreparedForm* PreparedForms::formFor(const BookmarkFiller& filler, std::int32_t row) const {
+    if (forms_.size() == 1 && forms_.front()->shape().empty()) {
+        return forms_.front().get();
+    }
+    return find(filler.slipShape(row));
+}
+
 const PreparedForm* PreparedForms::find(const std::string& shape) const {
     const auto found =
         std::find_if(forms_.begin(), forms_.end(), [&](const auto& form) { return form->serves(shape); });

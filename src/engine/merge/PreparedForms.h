@@ -24,6 +24,8 @@ public:
 
     // The form for rows of this BookmarkFiller::slipShape; null when there is none.
     const PreparedForm* find(const std::string& shape) const;
+    // The form for data line `row`; its slip's shape is only worked out when forms differ by it.
+    const PreparedForm* formFor(const BookmarkFiller& filler, std::int32_t row) const;
 
 private:
     std::vector<std::unique_ptr<PreparedForm>> forms_;
