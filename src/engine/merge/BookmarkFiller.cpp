@@ -122,7 +122,8 @@ BookmarkFiller::fillAll(word::Application& word, word::Document& doc, std::int32
             problems.push_back("Textmarke " + name + ": " + failure.what());
         }
     }
-    if (slipFilled) {
+    // With stand-ins in the boxes there is nothing to fit; each row's texts are judged on their own.
+    if (slipFilled && !standIn) {
         try {
             slip_->Finish(doc, coder_, row);
         } catch (const std::exception& failure) {
@@ -151,7 +152,11 @@ void BookmarkFiller::fillOne(word::Application& word, word::Document& doc, const
     if (slip) {
         // The slip may paste pictures of its own.
         const std::lock_guard lock(imageSlotLock());
-        slip_->Fill(word, doc, *target, field, coder_, row);
+        if (standIn) {
+            slip_->FillStandIn(word, doc, *target, field, coder_, row, [&] { return (*standIn)(bookmark); });
+        } else {
+            slip_->Fill(word, doc, *target, field, coder_, row);
+        }
         return;
     }
     const std::vector<std::string> inside = bookmarksInside(*target);
@@ -209,7 +214,21 @@ void BookmarkFiller::pasteQRCode(word::Selection& selection, std::int32_t row) {
     selection.Paste();
 }
 
+std::string BookmarkFiller::codePicture(std::int32_t row) {
+    if (!image_.Encode(coder_.QRText(row))) {
+        return {};
+    }
+    return std::string(image_.png().begin(), image_.png().end());
+}
+
+std::string BookmarkFiller::slipShape(std::int32_t row) const {
+    return slip_ ? slip_->Shape(coder_, row) : std::string();
+}
+
 std::string BookmarkFiller::textOf(const std::string& field, std::int32_t row) {
+    if (field.starts_with(SlipPrefix)) {
+        return slip_ ? slip_->Value(field, coder_, row) : std::string();
+    }
     if (field == "QRText") {
         return typeable(withCrLf(coder_.QRText(row)));
     }

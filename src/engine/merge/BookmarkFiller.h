@@ -32,13 +32,22 @@ public:
     // as Word does, and those are then passed over. A bookmark that cannot be filled is passed
     // over too, and the list says which and why, one line each.
     std::vector<std::string> fill(word::Application& word, word::Document& doc, std::int32_t row);
-    // The same fill with `standIn(bookmark)` typed in place of every text the row would give;
-    // pictures and payment-slip fields are filled from `row` as usual.
+    // The same fill with `standIn(bookmark)` typed in place of every text the row would give, the
+    // payment slip's values included; pictures, and what else the slip builder decides by the row,
+    // come from `row` as usual. The slip's texts are not fitted into their boxes.
     std::vector<std::string> fill(word::Application& word, word::Document& doc, std::int32_t row,
                                   const std::function<std::string(const std::string&)>& standIn);
 
-    // The text typed for `field` from data line `row`, as fill types it.
+    // The text typed for `field` from data line `row`, as fill types it; for a payment-slip field
+    // what the slip builder writes in place of a stand-in.
     std::string textOf(const std::string& field, std::int32_t row);
+    // The PNG file of the QR code of data line `row` as fill pastes it; empty when it cannot be made.
+    std::string codePicture(std::int32_t row);
+    // Rows of the same shape differ in the payment slip only by the texts in place of the stand-ins.
+    std::string slipShape(std::int32_t row) const;
+    // The slip builder, null when slip fields are left alone.
+    SlipPort* slip() const { return slip_; }
+    const QRCoder& coder() const { return coder_; }
 
     // The fields whose text comes from the QR-bill data rather than from a column.
     static bool isQRField(std::string_view field);

@@ -1,7 +1,7 @@
 #include "engine/merge/InvoiceMaker.h"
 
 #include "engine/merge/BookmarkFiller.h"
-#include "engine/merge/PreparedForm.h"
+#include "engine/merge/PreparedForms.h"
 #include "engine/merge/PrintTurns.h"
 #include "engine/word/Application.h"
 #include "engine/word/AutomationError.h"
@@ -99,13 +99,8 @@ InvoiceOutcome InvoiceMaker::make(word::DocumentPtr& doc, const MergeJob& job, b
 }
 
 bool InvoiceMaker::makePrepared(const MergeJob& job, InvoiceOutcome& outcome) {
-    const PreparedForm& form = *hooks_.prepared;
-    std::vector<std::string> texts;
-    texts.reserve(form.fields().size());
-    for (const std::string& field : form.fields()) {
-        texts.push_back(filler_.textOf(field, job.row));
-    }
-    const std::optional<std::string> invoice = form.invoice(texts);
+    const PreparedForm* form = hooks_.prepared->formFor(filler_, job.row);
+    const std::optional<std::string> invoice = form ? form->invoiceOf(filler_, job.row) : std::nullopt;
     if (!invoice) {
         return false;
     }

@@ -11,7 +11,7 @@
 namespace wordbm {
 
 class BookmarkFiller;
-class PreparedForm;
+class PreparedForms;
 class PrintTurns;
 
 // Makes one invoice after another from the working form open in one word processor: fill, save
@@ -30,7 +30,7 @@ public:
         PrintTurns* printTurns = nullptr;
         // The form made ready for this run's invoices, shared by the run's threads; may be null.
         // Only for invoices that are saved, closed and at most deleted: no PDF, no printing.
-        const PreparedForm* prepared = nullptr;
+        const PreparedForms* prepared = nullptr;
     };
 
     // All arguments are borrowed and must outlive the maker.

@@ -5,7 +5,7 @@
 #include "engine/merge/InvoiceMaker.h"
 #include "engine/merge/MergeSession.h"
 #include "engine/merge/MergeWorkers.h"
-#include "engine/merge/PreparedForm.h"
+#include "engine/merge/PreparedForms.h"
 #include "engine/ports/UserInterface.h"
 #include "engine/word/Application.h"
 #include "engine/word/Bookmarks.h"
@@ -118,7 +118,13 @@ void MergeRun::prepareForm() {
         }
         BookmarkFiller filler(s.Fields(), s.CSV(), s.Coder(), s.QRComponent(), s.SlipBuilder(), {});
         const std::string folder = std::filesystem::path(nativePath(s.WordWork())).parent_path().string();
-        prepared_ = PreparedForm::make(*word, s.WordWork(), s.Fields(), filler, folder);
+        std::vector<std::int32_t> rows;
+        for (std::int32_t row = 1; row <= lineCount_; ++row) {
+            if (s.InvoiceRow(row)) {
+                rows.push_back(row);
+            }
+        }
+        prepared_ = PreparedForms::make(*word, s.WordWork(), s.Fields(), filler, folder, rows);
         word->Quit(word::wd::wdDoNotSaveChanges);
     } catch (const std::exception&) {
         // Every invoice is then made through the word processor, which reports what is wrong.

@@ -23,7 +23,7 @@ namespace wordbm {
 class InvoiceMaker;
 class MergeSession;
 class MergeWorkers;
-class PreparedForm;
+class PreparedForms;
 
 // One merge or test run of the engine: for every invoice row of the control file the name from
 // the mask, its folder, the invoice itself (made here on the session's document, or by worker
@@ -102,7 +102,7 @@ private:
     bool stopped_ = false;
     std::int32_t stopRow_ = 0;
 
-    std::unique_ptr<PreparedForm> prepared_;
+    std::unique_ptr<PreparedForms> prepared_;
     std::set<std::string> savedFolders_;
     std::unique_ptr<BookmarkFiller> filler_;
     std::unique_ptr<InvoiceMaker> maker_;

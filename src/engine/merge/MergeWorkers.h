@@ -23,7 +23,7 @@
 namespace wordbm {
 
 class KnownFields;
-class PreparedForm;
+class PreparedForms;
 class SlipPort;
 
 // Threads that make invoices side by side for the merge run. Each thread starts a word processor
@@ -40,7 +40,7 @@ public:
         const KnownFields* fields = nullptr;
         SlipPort* slip = nullptr;
         // Shared by every thread; may be null.
-        const PreparedForm* prepared = nullptr;
+        const PreparedForms* prepared = nullptr;
     };
 
     // Copies `data` once per thread before any thread starts.

@@ -2,11 +2,13 @@
 
 #include "data/KnownFields.h"
 #include "engine/merge/BookmarkFiller.h"
+#include "engine/ports/SlipPort.h"
 #include "engine/word/Application.h"
 #include "engine/word/Bookmarks.h"
 #include "engine/word/Document.h"
 #include "engine/word/Documents.h"
 #include "engine/word/WordConstants.h"
+#include "support/Folders.h"
 #include "support/HiddenTemporary.h"
 #include "support/ReadFile.h"
 #include "support/Strings.h"
@@ -17,6 +19,7 @@
 #include <exception>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <zip.h>
 #include <zlib.h>
 
@@ -47,10 +50,6 @@ std::string standIn(std::size_t index) {
     return std::string(StandIn) + std::to_string(index) + std::string(StandInEnd);
 }
 
-bool takesText(const std::string& field) {
-    return !BookmarkFiller::isCodePicture(field) && !field.starts_with(BookmarkFiller::SlipPrefix);
-}
-
 bool endsWithIgnoringCase(std::string_view name, std::string_view end) {
     return name.size() >= end.size() &&
            std::equal(end.begin(), end.end(), name.end() - static_cast<std::ptrdiff_t>(end.size()),
@@ -61,11 +60,15 @@ bool mayHoldText(std::string_view name) {
     return endsWithIgnoringCase(name, ".xml") || endsWithIgnoringCase(name, ".rels");
 }
 
-// Typed, these would become paragraphs, tabs and breaks, or be dropped; an empty text leaves no
-// w:t at all.
+constexpr std::string_view LineBreak = "<w:br/>";
+constexpr char LineBreakCharacter = '\v';
+
+// Typed, these would become paragraphs and tabs, or be dropped; an empty text leaves no w:t at
+// all. Line breaks are the slot's to judge.
 bool plain(std::string_view text) {
-    return !text.empty() && std::none_of(text.begin(), text.end(),
-                                         [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+    return !text.empty() && std::none_of(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 && c != LineBreakCharacter;
+    });
 }
 
 bool blankAtEdge(std::string_view text) {
@@ -131,15 +134,42 @@ std::optional<std::string> entryBytes(zip_t* zip, zip_uint64_t index, zip_flags_
     return bytes;
 }
 
-bool onlyTextFields(word::Document& doc, const KnownFields& fields) {
+struct FieldsFound {
+    bool slip = false;
+    bool codePicture = false;
+};
+
+// Without a slip builder the slip's placeholders, its QR code among them, are left as they are.
+FieldsFound fieldsOf(word::Document& doc, const KnownFields& fields, bool slipBuilder) {
+    FieldsFound found;
     const word::BookmarksPtr bookmarks = doc.Bookmarks();
     const int count = bookmarks->Count();
     for (int i = 1; i <= count; ++i) {
-        if (!takesText(fields.BookmarkFieldGet(bookmarks->Item(i)->Name()))) {
-            return false;
+        const std::string field = fields.BookmarkFieldGet(bookmarks->Item(i)->Name());
+        const bool slip = slipBuilder && field.starts_with(BookmarkFiller::SlipPrefix);
+        found.slip = found.slip || slip;
+        found.codePicture = found.codePicture || (BookmarkFiller::isCodePicture(field) &&
+                                                  (slip || !field.starts_with(BookmarkFiller::SlipPrefix)));
+    }
+    return found;
+}
+
+bool isPicture(std::string_view name) {
+    return endsWithIgnoringCase(name, ".png");
+}
+
+// The parts of the form as it was before the fill; empty when it cannot be read.
+std::set<std::string> partNames(const std::string& path) {
+    int error = 0;
+    std::unique_ptr<zip_t, ZipDiscard> zip(zip_open(path.c_str(), ZIP_RDONLY, &error));
+    std::set<std::string> names;
+    const zip_int64_t count = zip ? zip_get_num_entries(zip.get(), 0) : 0;
+    for (zip_int64_t index = 0; index < count; ++index) {
+        if (const char* name = zip_get_name(zip.get(), static_cast<zip_uint64_t>(index), 0)) {
+            names.insert(name);
         }
     }
-    return true;
+    return names;
 }
 
 } // namespace
@@ -148,22 +178,13 @@ PreparedForm::~PreparedForm() = default;
 
 std::unique_ptr<PreparedForm> PreparedForm::make(word::Application& word, const std::string& workingForm,
                                                  const KnownFields& fields, BookmarkFiller& filler,
-                                                 const std::string& scratchFolder) {
+                                                 const std::string& scratchFolder, std::int32_t row) {
     std::unique_ptr<PreparedForm> form(new PreparedForm());
     std::string archive;
     const std::string scratch = HiddenTemporary::besideIn(scratchFolder);
     try {
         const word::DocumentPtr doc = word.Documents()->Open(workingForm);
-        std::map<std::string, std::size_t> slots;
-        const auto standInFor = [&](const std::string& bookmark) {
-            const auto [found, added] = slots.try_emplace(bookmark, form->fields_.size());
-            if (added) {
-                form->fields_.push_back(fields.BookmarkFieldGet(bookmark));
-            }
-            return standIn(found->second);
-        };
-        // Row 1 is never read: every bookmark takes a stand-in.
-        const bool filled = onlyTextFields(*doc, fields) && filler.fill(word, *doc, 1, standInFor).empty();
+        const bool filled = form->fill(word, *doc, fields, filler, row);
         if (filled) {
             doc->SaveAs2(scratch);
         }
@@ -183,10 +204,51 @@ std::unique_ptr<PreparedForm> PreparedForm::make(word::Application& word, const 
         std::filesystem::remove(scratch, ignored);
         return nullptr;
     }
+    // A picture the form brought along stays, whatever it shows.
+    if (!form->picture_.empty()) {
+        form->formParts_ = partNames(nativePath(workingForm));
+        if (form->formParts_.empty()) {
+            return nullptr;
+        }
+    }
     if (!form->read(archive)) {
         return nullptr;
     }
     return form;
+}
+
+bool PreparedForm::fill(word::Application& word, word::Document& doc, const KnownFields& fields,
+                        BookmarkFiller& filler, std::int32_t row) {
+    const FieldsFound present = fieldsOf(doc, fields, filler.slip() != nullptr);
+    if (present.codePicture) {
+        picture_ = filler.codePicture(row);
+        if (picture_.empty()) {
+            return false;
+        }
+    }
+    slip_ = present.slip;
+    shape_ = slip_ ? filler.slipShape(row) : std::string();
+    std::map<std::string, std::size_t> slots;
+    const auto standInFor = [&](const std::string& bookmark) {
+        const auto [found, added] = slots.try_emplace(bookmark, fields_.size());
+        if (added) {
+            fields_.push_back(fields.BookmarkFieldGet(bookmark));
+        }
+        return standIn(found->second);
+    };
+    // Text fields never read the row: they all take stand-ins.
+    if (!filler.fill(word, doc, row, standInFor).empty()) {
+        return false;
+    }
+    if (present.slip) {
+        std::vector<std::string> standIns;
+        for (std::size_t i = 0; i < fields_.size(); ++i) {
+            standIns.push_back(standIn(i));
+        }
+        fitCheck_ = filler.slip()->FitCheck(doc, standIns);
+        return fitCheck_ != nullptr;
+    }
+    return true;
 }
 
 bool PreparedForm::read(const std::string& archive) {
@@ -227,6 +289,11 @@ bool PreparedForm::read(const std::string& archive) {
             return false;
         }
         entry.raw = *raw;
+        if (!picture_.empty() && isPicture(entry.name) && stat.size == picture_.size() &&
+            !formParts_.contains(entry.name)) {
+            const auto bytes = entryBytes(zip.get(), index, 0, stat.size);
+            entry.codePicture = bytes && *bytes == picture_;
+        }
         if (mayHoldText(entry.name)) {
             const auto text = entryBytes(zip.get(), index, 0, stat.size);
             if (!text) {
@@ -246,7 +313,8 @@ bool PreparedForm::read(const std::string& archive) {
     for (Entry& entry : entries_) {
         entry.header.name = entry.name;
     }
-    return true;
+    return picture_.empty() || std::any_of(entries_.begin(), entries_.end(),
+                                           [](const Entry& entry) { return entry.codePicture; });
 }
 
 bool PreparedForm::cut(const std::string& xml, Stitched& stitched) {
@@ -273,10 +341,12 @@ bool PreparedForm::cut(const std::string& xml, Stitched& stitched) {
             return false;
         }
         auto pieceEnd = at;
+        auto next = after;
         if (at - from >= OwnText.size() && xml.compare(at - OwnText.size(), OwnText.size(), OwnText) == 0 &&
             xml.compare(after, OwnTextEnd.size(), OwnTextEnd) == 0) {
             slot.ownsElement = true;
             pieceEnd = at - OwnText.size();
+            next = after + OwnTextEnd.size();
         } else {
             slot.blanksKept =
                 std::string_view(xml).substr(open, close - open).find(KeepsBlanks) != std::string::npos;
@@ -285,7 +355,7 @@ bool PreparedForm::cut(const std::string& xml, Stitched& stitched) {
             return false;
         }
         stitched.slots.push_back(slot);
-        from = after;
+        from = next;
     }
     return addPiece(std::string_view(xml).substr(from), stitched);
 }
@@ -298,13 +368,78 @@ bool PreparedForm::addPiece(std::string_view text, Stitched& stitched) {
     return text.empty() || deflated(text, Z_SYNC_FLUSH, piece.compressed);
 }
 
+std::optional<std::string> PreparedForm::invoiceOf(BookmarkFiller& filler, std::int32_t row) const {
+    if (slip_ && filler.slipShape(row) != shape_) {
+        return std::nullopt;
+    }
+    std::vector<std::string> texts;
+    texts.reserve(fields_.size());
+    for (const std::string& field : fields_) {
+        texts.push_back(filler.textOf(field, row));
+    }
+    if (fitCheck_ && !fitCheck_->LeavesAlone(texts, filler.coder(), row)) {
+        return std::nullopt;
+    }
+    const std::string picture = picture_.empty() ? std::string() : filler.codePicture(row);
+    if (!picture_.empty() && picture.empty()) {
+        return std::nullopt;
+    }
+    return joined(texts, picture);
+}
+
 std::optional<std::string> PreparedForm::invoice(const std::vector<std::string>& texts) const {
+    if (fitCheck_ || !picture_.empty()) {
+        return std::nullopt;
+    }
+    return joined(texts, {});
+}
+
+bool PreparedForm::written(const Slot& slot, std::string_view text, std::string& out) {
+    if (!slot.ownsElement) {
+        if (text.find(LineBreakCharacter) != std::string_view::npos ||
+            (blankAtEdge(text) && !slot.blanksKept)) {
+            return false;
+        }
+        appendXmlText(out, text);
+        return true;
+    }
+    // As the word processor types it: a w:t for each stretch between line breaks, none for an
+    // empty one.
+    for (std::size_t from = 0;;) {
+        const std::size_t at = std::min(text.find(LineBreakCharacter, from), text.size());
+        const std::string_view line = text.substr(from, at - from);
+        if (!line.empty()) {
+            out += blankAtEdge(line) ? KeptText : OwnText;
+            appendXmlText(out, line);
+            out += OwnTextEnd;
+        }
+        if (at == text.size()) {
+            return true;
+        }
+        out += LineBreak;
+        from = at + 1;
+    }
+}
+
+std::optional<std::string> PreparedForm::joined(const std::vector<std::string>& texts,
+                                                std::string_view picture) const {
     if (texts.size() != fields_.size() || !std::all_of(texts.begin(), texts.end(), plain)) {
         return std::nullopt;
     }
-    ZipAssembler zip(size_ + 4096);
-    std::vector<std::string> written;
+    ZipAssembler zip(size_ + picture.size() + 4096);
+    std::vector<std::string> stored;
     for (const Entry& entry : entries_) {
+        if (entry.codePicture) {
+            // A PNG is compressed already; stored, it costs no compressor.
+            ZipAssembler::Entry header = entry.header;
+            header.method = ZIP_CM_STORE;
+            header.size = picture.size();
+            header.crc = static_cast<std::uint32_t>(
+                crc32(0L, reinterpret_cast<const Bytef*>(picture.data()), static_cast<uInt>(picture.size())));
+            zip.begin(header);
+            zip.append(picture);
+            continue;
+        }
         if (!entry.cut) {
             zip.begin(entry.header);
             zip.append(entry.raw);
@@ -312,7 +447,7 @@ std::optional<std::string> PreparedForm::invoice(const std::vector<std::string>&
         }
         const Stitched& stitched = *entry.cut;
         // The header needs the checksum and size of the whole part before its data.
-        written.assign(stitched.slots.size(), {});
+        stored.assign(stitched.slots.size(), {});
         ZipAssembler::Entry header = entry.header;
         uLong crc = crc32(0L, Z_NULL, 0);
         header.size = 0;
@@ -323,15 +458,10 @@ std::optional<std::string> PreparedForm::invoice(const std::vector<std::string>&
             if (i == stitched.slots.size()) {
                 break;
             }
-            const Slot& slot = stitched.slots[i];
-            const std::string& text = texts[slot.text];
-            std::string& out = written[i];
-            if (slot.ownsElement) {
-                out = blankAtEdge(text) ? KeptText : OwnText;
-            } else if (blankAtEdge(text) && !slot.blanksKept) {
+            std::string& out = stored[i];
+            if (!written(stitched.slots[i], texts[stitched.slots[i].text], out)) {
                 return std::nullopt;
             }
-            appendXmlText(out, text);
             crc = crc32(crc, reinterpret_cast<const Bytef*>(out.data()), static_cast<uInt>(out.size()));
             header.size += out.size();
         }
@@ -339,8 +469,8 @@ std::optional<std::string> PreparedForm::invoice(const std::vector<std::string>&
         zip.begin(header);
         for (std::size_t i = 0; i < stitched.pieces.size(); ++i) {
             zip.append(stitched.pieces[i].compressed);
-            if (i < written.size()) {
-                appendStored(zip, written[i]);
+            if (i < stored.size()) {
+                appendStored(zip, stored[i]);
             }
         }
         zip.append(finalBlock_);

@@ -68,21 +68,42 @@ void addLines(std::map<std::string, SlipFit::Give, std::less<>>& roles, const st
 } // namespace
 
 void SlipBoxFitter::Fit(word::Document& doc, const QRCoder& coder, std::int32_t row) const {
-    const Roles roles = rolesOf(coder, row);
+    const Roles roles = RolesOf(coder, row);
+    for (const word::ShapePtr& box : Boxes(doc)) {
+        fitBox(*box, roles);
+    }
+}
+
+std::vector<word::ShapePtr> SlipBoxFitter::Boxes(word::Document& doc) {
+    std::vector<word::ShapePtr> boxes;
     for (const char* code : {"ET", "ZT"}) {
         for (const word::ShapePtr& canvas : SlipCanvasName::Canvases(doc, code)) {
             const word::CanvasShapesPtr items = canvas->CanvasItems();
             for (int index = 1; index <= items->Count(); ++index) {
-                const word::ShapePtr box = items->Item(index);
+                word::ShapePtr box = items->Item(index);
                 if (box->Type() == word::wd::msoTextBox) {
-                    fitBox(*box, roles);
+                    boxes.push_back(std::move(box));
                 }
             }
         }
     }
+    return boxes;
 }
 
-SlipBoxFitter::Roles SlipBoxFitter::rolesOf(const QRCoder& coder, std::int32_t row) {
+std::vector<SlipFit::Line> SlipBoxFitter::LinesOf(word::Shape& box) {
+    const word::TextFramePtr frame = box.TextFrame();
+    if (!frame || !frame->HasText()) {
+        return {};
+    }
+    const word::RangePtr story = frame->TextRange();
+    std::vector<SlipFit::Line> lines;
+    for (StoryLine& line : storyLines(*story, story->Text())) {
+        lines.push_back(std::move(line.line));
+    }
+    return lines;
+}
+
+SlipBoxFitter::Roles SlipBoxFitter::RolesOf(const QRCoder& coder, std::int32_t row) {
     Roles roles;
     // The account number above the creditor's address and the reference stay whole: they are
     // what the payer types.
@@ -93,6 +114,27 @@ SlipBoxFitter::Roles SlipBoxFitter::rolesOf(const QRCoder& coder, std::int32_t r
     return roles;
 }
 
+void SlipBoxFitter::giveRoles(std::vector<SlipFit::Line>& lines, const Roles& roles) {
+    for (SlipFit::Line& line : lines) {
+        const auto role = roles.find(trim(line.text));
+        line.give = role != roles.end() && !line.bold ? role->second : SlipFit::Give::Nothing;
+    }
+}
+
+SlipFit SlipBoxFitter::fitOf(float width, float height) const {
+    return SlipFit(font_, width - 2 * SideInset, height - 2 * EdgeInset);
+}
+
+bool SlipBoxFitter::LeavesAlone(std::vector<SlipFit::Line> lines, const Roles& roles, float width,
+                                float height) const {
+    giveRoles(lines, roles);
+    // A box without the row's message or addresses holds what the builder wrote into it.
+    const bool mayGive = std::any_of(lines.begin(), lines.end(), [](const SlipFit::Line& line) {
+        return line.give != SlipFit::Give::Nothing;
+    });
+    return !mayGive || fitOf(width, height).Fits(lines);
+}
+
 void SlipBoxFitter::fitBox(word::Shape& box, const Roles& roles) const {
     const word::TextFramePtr frame = box.TextFrame();
     if (!frame || !frame->HasText()) {
@@ -101,19 +143,14 @@ void SlipBoxFitter::fitBox(word::Shape& box, const Roles& roles) const {
     word::RangePtr story = frame->TextRange();
     std::vector<StoryLine> lines = storyLines(*story, story->Text());
     std::vector<SlipFit::Line> fitLines;
-    for (StoryLine& line : lines) {
-        const auto role = roles.find(trim(line.line.text));
-        line.line.give = role != roles.end() && !line.line.bold ? role->second : SlipFit::Give::Nothing;
+    for (const StoryLine& line : lines) {
         fitLines.push_back(line.line);
     }
-    const SlipFit fit(font_, box.Width() - 2 * SideInset, box.Height() - 2 * EdgeInset);
-    // A box without the row's message or addresses holds what the builder wrote into it.
-    const bool mayGive = std::any_of(fitLines.begin(), fitLines.end(), [](const SlipFit::Line& line) {
-        return line.give != SlipFit::Give::Nothing;
-    });
-    if (!mayGive || fit.Fits(fitLines)) {
+    if (LeavesAlone(fitLines, roles, box.Width(), box.Height())) {
         return;
     }
+    giveRoles(fitLines, roles);
+    const SlipFit fit = fitOf(box.Width(), box.Height());
     const std::vector<SlipFit::Line> fitted = fit.Fitted(fitLines);
     // From the last line up, so that the places of the lines above stay where they were.
     for (std::size_t i = lines.size(); i-- > 0;) {

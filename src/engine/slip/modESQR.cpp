@@ -1,6 +1,7 @@
 #include "engine/slip/modESQR.h"
 
 #include "engine/ports/UserInterface.h"
+#include "engine/slip/SlipBoxPlan.h"
 #include "engine/slip/SlipBoxWriter.h"
 #include "engine/slip/SlipCanvasName.h"
 #include "engine/slip/SlipFont.h"
@@ -35,14 +36,14 @@ constexpr int DeletePasses = 3;
 
 using Getter = std::string (QRCoder::*)(std::int32_t) const;
 
-struct Value {
+struct ValueSource {
     Getter get = nullptr; // none: the placeholder is only cleared
     int breaks = 1;
     std::optional<SlipMarks::Field> markWhenEmpty;
 };
 
-const std::map<std::string, Value, std::less<>>& values() {
-    static const std::map<std::string, Value, std::less<>> table{
+const std::map<std::string, ValueSource, std::less<>>& values() {
+    static const std::map<std::string, ValueSource, std::less<>> table{
         {"ESQRIBAN", {&QRCoder::IBAN, 1, {}}},
         {"ESQRKontoAn", {&QRCoder::KontoAn, 2, {}}},
         {"ESQRReferenz", {&QRCoder::Referenz, 2, {}}},
@@ -67,6 +68,13 @@ const std::map<std::string, Getter, std::less<>>& headingsWithValue() {
         {"ESQRQRCodeTX", nullptr},
     };
     return table;
+}
+
+// The value as written over its placeholder, without the line breaks behind it.
+std::string core(const std::string& value, int breaks) {
+    std::string text = SlipValue::Written(value, breaks);
+    text.resize(text.size() - std::min(text.size(), static_cast<std::size_t>(std::max(breaks, 1))));
+    return text;
 }
 
 bool markNeeded(SlipMarks::Field field, const std::string& value) {
@@ -174,14 +182,52 @@ void modESQR::addCanvas(word::Application& word, word::Document& doc, const word
 
 void modESQR::Fill(word::Application& word, word::Document& doc, word::Bookmark& placeholder,
                    const std::string& field, const QRCoder& coder, std::int32_t row) {
+    fill(word, doc, placeholder, field, coder, row, nullptr);
+}
+
+void modESQR::FillStandIn(word::Application& word, word::Document& doc, word::Bookmark& placeholder,
+                          const std::string& field, const QRCoder& coder, std::int32_t row,
+                          const std::function<std::string()>& standIn) {
+    fill(word, doc, placeholder, field, coder, row, &standIn);
+}
+
+void modESQR::fill(word::Application& word, word::Document& doc, word::Bookmark& placeholder,
+                   const std::string& field, const QRCoder& coder, std::int32_t row,
+                   const std::function<std::string()>* standIn) {
     removeBrackets(word, placeholder);
     if (field == "ESQRQRCode") {
         pasteQRCode(word, placeholder, coder, row);
     } else if (field.ends_with(HeadingSuffix)) {
         keepOrClearHeading(placeholder, field, coder, row);
     } else {
-        writeValue(doc, placeholder, field, coder, row);
+        writeValue(doc, placeholder, field, coder, row, standIn);
     }
+}
+
+std::string modESQR::Shape(const QRCoder& coder, std::int32_t row) const {
+    std::string shape;
+    for (const auto& [field, value] : values()) {
+        const std::string text = value.get ? (coder.*value.get)(row) : std::string();
+        // Only a value with text of its own stands in; the others are written as they are.
+        shape += SlipValue::Blank(text) ? 'b' : core(text, value.breaks).empty() ? 'e' : 'v';
+        if (value.markWhenEmpty) {
+            shape += markNeeded(*value.markWhenEmpty, text) ? 'm' : '-';
+        }
+    }
+    return shape;
+}
+
+std::string modESQR::Value(const std::string& field, const QRCoder& coder, std::int32_t row) const {
+    const auto found = values().find(field);
+    if (found == values().end() || !found->second.get) {
+        return {};
+    }
+    return core((coder.*found->second.get)(row), found->second.breaks);
+}
+
+std::unique_ptr<SlipFitCheck> modESQR::FitCheck(word::Document& doc,
+                                                const std::vector<std::string>& standIns) const {
+    return std::make_unique<SlipBoxPlan>(fitter_, doc, standIns);
 }
 
 void modESQR::Finish(word::Document& doc, const QRCoder& coder, std::int32_t row) {
@@ -205,14 +251,17 @@ void modESQR::removeBrackets(word::Application& word, word::Bookmark& placeholde
 }
 
 void modESQR::writeValue(word::Document& doc, word::Bookmark& placeholder, const std::string& field,
-                         const QRCoder& coder, std::int32_t row) {
+                         const QRCoder& coder, std::int32_t row,
+                         const std::function<std::string()>* standIn) {
     const auto found = values().find(field);
     if (found == values().end()) {
         return;
     }
-    const Value& value = found->second;
+    const ValueSource& value = found->second;
     const std::string text = value.get ? (coder.*value.get)(row) : std::string();
-    placeholder.Range()->Text(value.get ? SlipValue::Written(text, value.breaks) : std::string());
+    // A value without text of its own leaves no place where a text could go later.
+    const std::string written = standIn && !core(text, value.breaks).empty() ? (*standIn)() : text;
+    placeholder.Range()->Text(value.get ? SlipValue::Written(written, value.breaks) : std::string());
     if (value.markWhenEmpty && markNeeded(*value.markWhenEmpty, text)) {
         marks_.Place(doc, *value.markWhenEmpty);
     }

@@ -34,6 +34,17 @@ public:
     // Shortens the message and address lines of a box they would run out of.
     void Finish(word::Document& doc, const QRCoder& coder, std::int32_t row) override;
 
+    void FillStandIn(word::Application& word, word::Document& doc, word::Bookmark& placeholder,
+                     const std::string& field, const QRCoder& coder, std::int32_t row,
+                     const std::function<std::string()>& standIn) override;
+    // Which values are blank and which marks go in: that decides headings, marks and what is left
+    // of an emptied placeholder.
+    std::string Shape(const QRCoder& coder, std::int32_t row) const override;
+    // The written value without the line breaks behind it, which the stand-in had too.
+    std::string Value(const std::string& field, const QRCoder& coder, std::int32_t row) const override;
+    std::unique_ptr<SlipFitCheck> FitCheck(word::Document& doc,
+                                           const std::vector<std::string>& standIns) const override;
+
     // Whether a placeholder (bookmark field) belongs to the slip: its first four characters are "ESQR".
     static bool IsSlipName(std::string_view name);
 
@@ -44,7 +55,10 @@ private:
     void removeBrackets(word::Application& word, word::Bookmark& placeholder);
     // The named value of the row, written over the placeholder; a name without a value is left alone.
     void writeValue(word::Document& doc, word::Bookmark& placeholder, const std::string& field,
-                    const QRCoder& coder, std::int32_t row);
+                    const QRCoder& coder, std::int32_t row, const std::function<std::string()>* standIn);
+    void fill(word::Application& word, word::Document& doc, word::Bookmark& placeholder,
+              const std::string& field, const QRCoder& coder, std::int32_t row,
+              const std::function<std::string()>* standIn);
     // A heading stays unless it belongs to a value the row leaves empty.
     void keepOrClearHeading(word::Bookmark& placeholder, const std::string& field, const QRCoder& coder,
                             std::int32_t row);
