@@ -446,6 +446,14 @@ void frmWordBM::execute(const MainWindowSetup& setup) {
     }
 }
 
+frmWordBM::~frmWordBM() {
+    // QWidget's destructor closes the window, and the box that loses the focus then reports its
+    // edit finished: its handlers must not reach this window once it is no longer one.
+    for (QObject* child : findChildren<QObject*>()) {
+        disconnect(child, nullptr, this, nullptr);
+    }
+}
+
 void frmWordBM::setOptions(OptionsPort* options) {
     options_ = options;
     btnWordDocRecent_->setOptions(options);

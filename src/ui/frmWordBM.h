@@ -39,6 +39,7 @@ public:
     using DocumentSource = std::function<word::DocumentPtr()>;
 
     explicit frmWordBM(QWidget* parent = nullptr);
+    ~frmWordBM() override;
 
     void setRaise(Raise raise) { raise_ = std::move(raise); }
     void setDocumentSource(DocumentSource source);
