@@ -530,38 +530,33 @@ FormReading readForm(const fs::path& form, const fs::path& pdf, const KnownField
     return reading;
 }
 
-void writeControlFile(const fs::path& csv) {
+// The control file of `rows` invoices over the prepared fields, `value` giving each field's text.
+void writeRows(const fs::path& csv, int rows, const std::function<std::string(std::size_t, int)>& value) {
     std::string text = "RgNummer";
     for (const auto& field : PreparedFields) {
         text += ";" + field;
     }
-    for (int row = 1; row <= 2; ++row) {
+    for (int row = 1; row <= rows; ++row) {
         text += "\r\n" + std::to_string(row);
         for (std::size_t field = 0; field < PreparedFields.size(); ++field) {
-            text += ";" + valueOf(field, row);
+            text += ";" + value(field, row);
         }
     }
     writeBytes(csv.string(), text + "\r\n");
 }
 
+void writeControlFile(const fs::path& csv) {
+    writeRows(csv, 2, valueOf);
+}
+
 // Values the word processor must take as they stand: markup characters and blanks at the edges
 // (row 1), blank values (row 2), and a tab, which it types as an element of its own (row 3).
 void writeAwkwardControlFile(const fs::path& csv) {
-    std::string text = "RgNummer";
-    for (const auto& field : PreparedFields) {
-        text += ";" + field;
-    }
-    for (int row = 1; row <= 3; ++row) {
-        text += "\r\n" + std::to_string(row);
-        for (std::size_t field = 0; field < PreparedFields.size(); ++field) {
-            const bool date = PreparedFields[field] == "RgDatum";
-            const std::string value = valueOf(field, row);
-            text += ";" + (date || row == 1 ? " " + value + " & <" + value + "> 'x' "
-                           : row == 2       ? ""
-                                            : value + "\tTab");
-        }
-    }
-    writeBytes(csv.string(), text + "\r\n");
+    writeRows(csv, 3, [](std::size_t field, int row) {
+        const bool date = PreparedFields[field] == "RgDatum";
+        const std::string value = valueOf(field, row);
+        return date || row == 1 ? " " + value + " & <" + value + "> 'x' " : row == 2 ? "" : value + "\tTab";
+    });
 }
 
 // The awkward rows with what the payment part needs (cp1252, as the export writes it): row 1 the
