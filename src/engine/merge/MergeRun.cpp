@@ -87,9 +87,12 @@ void MergeRun::prepare() {
         return;
     }
     prepareForm();
-    if (s.MergeJobs() > 1 && lineCount_ > 1) {
+    // A thread per invoice at most: each opens a copy of the form, and one invoice is made fastest
+    // from the copy the session has open already.
+    const int threads = static_cast<int>(std::min<std::int64_t>(s.MergeJobs(), invoiceCount_));
+    if (threads > 1) {
         workers_ =
-            std::make_unique<MergeWorkers>(s.MergeJobs(),
+            std::make_unique<MergeWorkers>(threads,
                                            MergeWorkers::Setup{s.WordFactory(), s.WordWork(), choices_,
                                                                &s.Fields(), s.SlipBuilder(), prepared_.get()},
                                            s.CSV());

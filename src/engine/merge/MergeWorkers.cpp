@@ -105,6 +105,12 @@ void MergeWorkers::publish(std::size_t sequence, InvoiceOutcome outcome) {
 }
 
 void MergeWorkers::work(Worker& worker) {
+    // The form is opened for the first invoice only: a thread that gets none (a run of fewer
+    // invoices than threads) never loads it, which matters for a form of many pages.
+    std::optional<MergeJob> job = next();
+    if (!job) {
+        return;
+    }
     word::ApplicationPtr word;
     word::DocumentPtr doc;
     std::string setupFailure;
@@ -124,7 +130,7 @@ void MergeWorkers::work(Worker& worker) {
         maker.emplace(*word, setup_.workingForm, setup_.choices, filler,
                       InvoiceMaker::Hooks{{}, {}, printing ? &printTurns_ : nullptr, setup_.prepared});
     }
-    while (const auto job = next()) {
+    for (; job; job = next()) {
         if (!maker) {
             InvoiceOutcome outcome;
             outcome.failed = true;
