@@ -1,7 +1,7 @@
 #include "data/CSVfile.h"
 
+#include "support/Cp1252.h"
 #include "support/Errors.h"
-#include "support/FileOps.h"
 #include "support/Regional.h"
 #include "support/Strings.h"
 
@@ -15,8 +15,8 @@ namespace wordbm {
 
 namespace {
 
-// Line starts are kept as 32-bit offsets; a control file this large is not a control file.
-constexpr std::size_t MaxTextSize = std::numeric_limits<std::uint32_t>::max();
+// Far beyond any control file; a larger file reads as an empty one.
+constexpr std::size_t MaxFileBytes = std::size_t{1} << 30;
 // A header of more pieces than this is hostile input: it reads as a header without names
 // instead of costing gigabytes of empty names.
 constexpr std::size_t MaxHeaderPieces = std::size_t{1} << 20;
@@ -108,14 +108,6 @@ std::size_t countPieces(std::string_view line, std::string_view separator) {
     return pieces;
 }
 
-std::size_t countLineEnds(std::string_view text) {
-    std::size_t ends = 0;
-    for (std::size_t at = text.find("\r\n"); at != std::string_view::npos; at = text.find("\r\n", at + 2)) {
-        ++ends;
-    }
-    return ends;
-}
-
 // Unquote allocates on its way; most values carry neither quotes nor blanks and are taken as they are.
 std::string unquoteValue(std::string_view piece) {
     const bool plain = piece.find('"') == std::string_view::npos &&
@@ -134,9 +126,7 @@ void CSVfile::ReadFile(const std::string& path, const std::optional<Variant>& se
     withFieldNames_ = booleanArgument(withFieldNames, true);
     skipColumns_ = countArgument(skipColumns);
     skipLines_ = countArgument(skipLines);
-    // Kept on purpose: the field cache survives a new file and only its index goes back to 0, so it
-    // must hold on to the old line's bytes before the text goes.
-    fieldCache_.detach(*text_);
+    // Kept on purpose: the field cache survives a new file and only its index goes back to 0.
     LoadLines();
     if (withFieldNames_) {
         ParseHeader();
@@ -146,25 +136,10 @@ void CSVfile::ReadFile(const std::string& path, const std::optional<Variant>& se
 }
 
 void CSVfile::LoadLines() {
-    std::string text = readAnsiText(path_).value_or(std::string());
-    if (text.size() > MaxTextSize) {
-        text = std::string();
-    }
-    text_ = std::make_shared<const std::string>(std::move(text));
-    lineStarts_.clear();
-    // An empty text has no lines at all; otherwise every CR LF starts one more, even at the end.
-    if (!text_->empty()) {
-        // Counted first: growing the table by doubling would cost a hostile file of bare line ends
-        // several times its own size.
-        lineStarts_.reserve(countLineEnds(*text_) + 1);
-        lineStarts_.push_back(0);
-        for (std::size_t at = text_->find("\r\n"); at != std::string::npos;
-             at = text_->find("\r\n", at + 2)) {
-            lineStarts_.push_back(static_cast<std::uint32_t>(at + 2));
-        }
-    }
+    text_ = ControlFileText::read(path_, MaxFileBytes);
+    window_ = ControlFileText::Window();
     const std::int64_t header = withFieldNames_ ? 1 : 0;
-    lineCount_ = clampToLong(static_cast<std::int64_t>(lineStarts_.size()) - skipLines_ - header);
+    lineCount_ = clampToLong(static_cast<std::int64_t>(text_->lineCount()) - skipLines_ - header);
 }
 
 void CSVfile::ParseHeader() {
@@ -173,9 +148,9 @@ void CSVfile::ParseHeader() {
     if (lineCount_ < skipLines_) {
         return;
     }
-    const std::string_view header = physicalLine(skipLines_);
+    const std::string header = physicalLine(skipLines_);
     const std::size_t pieceCount = countPieces(header, separator_);
-    const bool outOfRange = skipLines_ < 0 || skipLines_ >= static_cast<std::int64_t>(lineStarts_.size());
+    const bool outOfRange = skipLines_ < 0 || skipLines_ >= static_cast<std::int64_t>(text_->lineCount());
     if (outOfRange || skipColumns_ < 0 || pieceCount > MaxHeaderPieces) {
         dropFieldNames();
         return;
@@ -222,27 +197,28 @@ std::int64_t CSVfile::LineIndex(std::int32_t n) const {
     return std::int64_t{n} - (withFieldNames_ ? 0 : 1) + skipLines_;
 }
 
-std::string_view CSVfile::physicalLine(std::int64_t index) const {
-    if (index < 0 || index >= static_cast<std::int64_t>(lineStarts_.size())) {
-        return {};
+std::string CSVfile::physicalLine(std::int64_t index) const {
+    std::string line;
+    if (index >= 0) {
+        appendCp1252AsUtf8(line, text_->line(static_cast<std::size_t>(index), window_));
     }
-    const std::size_t begin = lineStarts_[index];
-    const bool last = index + 1 == static_cast<std::int64_t>(lineStarts_.size());
-    const std::size_t end = last ? text_->size() : lineStarts_[index + 1] - 2;
-    return std::string_view(*text_).substr(begin, end - begin);
+    return line;
 }
 
 bool CSVfile::isBlankLine(std::int64_t index) {
     // Remembered because a hostile line of blanks would otherwise be scanned on every read.
     if (index != blankCheckedLine_) {
         blankCheckedLine_ = index;
-        blankCheckedResult_ = physicalLine(index).find_first_not_of(' ') == std::string_view::npos;
+        // A blank is the same byte in cp1252 and UTF-8, so the raw line answers.
+        const std::string_view raw =
+            index < 0 ? std::string_view() : text_->line(static_cast<std::size_t>(index), window_);
+        blankCheckedResult_ = raw.find_first_not_of(' ') == std::string_view::npos;
     }
     return blankCheckedResult_;
 }
 
 std::string CSVfile::Line(std::int32_t line) const {
-    return std::string(physicalLine(LineIndex(line)));
+    return physicalLine(LineIndex(line));
 }
 
 std::int32_t CSVfile::FieldNameIndex(FieldKey field) const {
@@ -301,12 +277,10 @@ Variant CSVfile::Field(FieldKey field, std::int32_t line) {
         return Variant(std::string());
     }
     if (p != cachedLine_) {
-        const std::string_view physical = physicalLine(p);
-        fieldCache_.assign(static_cast<std::size_t>(physical.data() - text_->data()), physical.size(),
-                           separator_);
+        fieldCache_.assign(physicalLine(p), separator_);
         cachedLine_ = p;
     }
-    const auto piece = fieldCache_.piece(*text_, static_cast<std::size_t>(c));
+    const auto piece = fieldCache_.piece(static_cast<std::size_t>(c));
     std::string value = piece ? unquoteValue(*piece) : std::string();
     if (value.empty()) {
         return Variant::null();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/ControlFileText.h"
 #include "data/FieldCache.h"
 #include "data/FieldKey.h"
 #include "support/Currency.h"
@@ -76,14 +77,15 @@ private:
     void indexFieldNames();
     // Physical index of data line n, -1 when there is none.
     std::int64_t LineIndex(std::int32_t n) const;
-    std::string_view physicalLine(std::int64_t index) const;
+    // The physical line `index` in UTF-8; "" when there is none.
+    std::string physicalLine(std::int64_t index) const;
     bool isBlankLine(std::int64_t index);
 
     std::string path_;
     // Shared by copies: the threads of a merge each take one, and it is never changed in place.
-    std::shared_ptr<const std::string> text_ = std::make_shared<const std::string>();
-    // Where each physical line starts in text_; it ends two bytes (CR LF) before the next.
-    std::vector<std::uint32_t> lineStarts_;
+    std::shared_ptr<const ControlFileText> text_ = ControlFileText::empty();
+    // Each copy reads through a window of its own.
+    mutable ControlFileText::Window window_;
     std::int32_t lineCount_ = 0;
     std::string separator_ = ";";
     std::string delimiter_ = "\"";

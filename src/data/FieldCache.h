@@ -13,16 +13,11 @@ namespace wordbm {
 // consecutive reads on one line still scan it only once.
 class FieldCache {
 public:
-    // Starts over with the line at [begin, begin + length) of the file's text, split at `separator`.
-    void assign(std::size_t begin, std::size_t length, std::string_view separator);
+    // Starts over with `line`, split at `separator`.
+    void assign(std::string line, std::string_view separator);
 
-    // Piece `index` of the line (0-based), nullopt past the last one. `text` is the file's text
-    // the line was assigned from; once detached, the cache's own copy is used instead.
-    std::optional<std::string_view> piece(std::string_view text, std::size_t index);
-
-    // Copies the line out of `text`, which is about to be replaced, so the cache keeps answering
-    // with the old line's pieces.
-    void detach(std::string_view text);
+    // Piece `index` of the line (0-based), nullopt past the last one.
+    std::optional<std::string_view> piece(std::size_t index);
 
 private:
     struct Span {
@@ -30,14 +25,10 @@ private:
         std::size_t length;
     };
 
-    std::string_view line(std::string_view text) const;
-    void findNextPiece(std::string_view line);
+    void findNextPiece();
 
     std::string separator_;
-    std::string ownLine_;
-    bool detached_ = false;
-    std::size_t begin_ = 0;
-    std::size_t length_ = 0;
+    std::string line_;
     std::vector<Span> pieces_; // offsets relative to the line
     std::size_t scanFrom_ = 0;
     bool complete_ = true; // a new cache holds no pieces at all

@@ -143,6 +143,37 @@ TEST(CSVfile, ConvertsValuesWithSwissSettings) {
     EXPECT_EQ(csv.FieldStr("T", 2), "");
 }
 
+// Large files are held in compressed blocks of whole lines and read in chunks: every line must come
+// back whole wherever the chunks and blocks are cut, a line end split between two chunks included,
+// and copies (the threads of a merge) must read on their own.
+TEST(CSVfile, ReadsEveryLineOfALargeFileAcrossItsBlocks) {
+    std::string bytes = "Nr;Name;Text\r\n";
+    // Data line 1 ends across the first chunk boundary: CR last in the chunk, LF first in the next.
+    bytes += "1;" + std::string(65536 - 1 - bytes.size() - 4, 'x') + ";7\r\n";
+    ASSERT_EQ(bytes[65535], '\r');
+    std::mt19937 random(20261126);
+    std::vector<std::string> names{""};
+    for (int line = 2; line <= 3000; ++line) {
+        names.push_back(std::string(1 + random() % 400, static_cast<char>('a' + line % 26)));
+        bytes +=
+            std::to_string(line) + ";M\xFCller " + names.back() + ";\"" + std::to_string(line * 7) + "\"\r\n";
+    }
+    bytes += std::string(70'000, ';') + "last";
+    CSVfile csv = readControl(bytes);
+    ASSERT_EQ(csv.LineCount(), 3001);
+    CSVfile copy = csv;
+    for (std::int32_t line = 3000; line >= 1; --line) {
+        const std::int32_t other = 3001 - line; // the copy reads the other way round
+        ASSERT_EQ(csv.FieldLong("Text", line), line * 7) << line;
+        ASSERT_EQ(copy.FieldLong("Nr", other), other);
+        if (line > 1) {
+            ASSERT_EQ(csv.FieldStr("Name", line), "M\xC3\xBCller " + names[line - 1]) << line;
+        }
+    }
+    EXPECT_EQ(csv.Field(3, 3001), null);
+    EXPECT_EQ(csv.Line(3001), std::string(70'000, ';') + "last");
+}
+
 TEST(CSVfile, SurvivesHostileFiles) {
     CSVfile csv = readControl("A\0B;C\r\nx\0y;\0\r\n"s);
     EXPECT_EQ(csv.FieldNameIndex("A\0B"s), 0);
