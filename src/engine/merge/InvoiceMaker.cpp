@@ -66,6 +66,9 @@ InvoiceOutcome InvoiceMaker::make(word::DocumentPtr& doc, const MergeJob& job, b
     InvoiceOutcome outcome;
     // The working form stays open as it is: the next invoice starts from it without reopening.
     if (fill && doc && hooks_.prepared && makePrepared(job, outcome)) {
+        if ((choices_.PDF || choices_.Print) && !outcome.failed) {
+            fromSavedInvoice(job, outcome);
+        }
         if (choices_.Delete) {
             remove(job.path, outcome);
         }
@@ -120,6 +123,33 @@ bool InvoiceMaker::makePrepared(const MergeJob& job, InvoiceOutcome& outcome) {
              NotSaved);
     }
     return true;
+}
+
+void InvoiceMaker::fromSavedInvoice(const MergeJob& job, InvoiceOutcome& outcome) {
+    word::DocumentPtr invoice;
+    try {
+        invoice = word_.Documents()->Open(job.path);
+    } catch (const std::exception& failure) {
+        if (choices_.PDF) {
+            fail(outcome, failure.what(), NoPdf);
+        }
+        if (choices_.Print) {
+            outcome.notes.push_back(std::string("    Nicht gedruckt: ") + failure.what());
+            outcome.failed = true;
+        }
+        return;
+    }
+    if (choices_.PDF) {
+        exportPdf(invoice, job.path, outcome);
+    }
+    if (choices_.Print) {
+        print(invoice, job, outcome);
+    }
+    try {
+        invoice->Close(word::wd::wdDoNotSaveChanges);
+    } catch (const std::exception&) {
+        // Closed already: nothing is lost.
+    }
 }
 
 bool InvoiceMaker::save(word::DocumentPtr& doc, const std::string& path, InvoiceOutcome& outcome) {

@@ -29,7 +29,8 @@ public:
         // Invoices made side by side wait here for their turn at the printer; may be null.
         PrintTurns* printTurns = nullptr;
         // The form made ready for this run's invoices, shared by the run's threads; may be null.
-        // Only for invoices that are saved, closed and at most deleted: no PDF, no printing.
+        // Only for invoices that are closed (or deleted) once made: their PDF and print are made
+        // from the saved file.
         const PreparedForms* prepared = nullptr;
     };
 
@@ -47,6 +48,8 @@ public:
 private:
     // The invoice from the prepared form; false when its texts need the word processor.
     bool makePrepared(const MergeJob& job, InvoiceOutcome& outcome);
+    // PDF and print of an invoice joined from the prepared form, read back from its file.
+    void fromSavedInvoice(const MergeJob& job, InvoiceOutcome& outcome);
     bool save(word::DocumentPtr& doc, const std::string& path, InvoiceOutcome& outcome);
     void exportPdf(word::DocumentPtr& doc, const std::string& path, InvoiceOutcome& outcome);
     void print(word::DocumentPtr& doc, const MergeJob& job, InvoiceOutcome& outcome);

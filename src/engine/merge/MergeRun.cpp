@@ -108,10 +108,10 @@ void MergeRun::prepare() {
 }
 
 void MergeRun::prepareForm() {
-    // A PDF or a print needs the filled document, and an invoice left open is one.
-    const bool savedOnly = !choices_.PDF && !choices_.Print && (choices_.Close || choices_.Delete);
+    // An invoice left open is a document of the word processor's, filled by it.
+    const bool closed = choices_.Close || choices_.Delete;
     MergeSession& s = session_;
-    if (!savedOnly || lineCount_ < 1 || !s.WordFactory()) {
+    if (!closed || lineCount_ < 1 || !s.WordFactory()) {
         return;
     }
     try {
