@@ -3,7 +3,6 @@
 #include "support/ReadFile.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <optional>
 #include <zlib.h>
@@ -12,7 +11,6 @@ namespace wordbm {
 
 namespace {
 
-constexpr std::size_t ChunkBytes = std::size_t{1} << 16;
 // Large enough to compress well, small enough that a reader's window costs little.
 constexpr std::size_t BlockBytes = std::size_t{1} << 16;
 
@@ -20,26 +18,17 @@ constexpr std::size_t BlockBytes = std::size_t{1} << 16;
 // line ends several times its own size.
 std::optional<std::size_t> countLineEnds(const std::string& path, std::size_t maxBytes) {
     ReadFile in(path);
-    std::array<char, ChunkBytes> chunk{};
     std::size_t ends = 0;
-    std::size_t total = 0;
     bool afterCr = false;
-    for (;;) {
-        const auto got = in.readSome(chunk.data(), chunk.size());
-        if (!got || (total += *got) > maxBytes) {
-            return std::nullopt;
-        }
-        if (*got == 0) {
-            return ends;
-        }
-        const std::string_view bytes(chunk.data(), *got);
+    const bool read = in.readChunks(maxBytes, [&](std::string_view bytes) {
         ends += afterCr && bytes.front() == '\n' ? 1 : 0;
         for (std::size_t at = bytes.find("\r\n"); at != std::string_view::npos;
              at = bytes.find("\r\n", at + 2)) {
             ++ends;
         }
         afterCr = bytes.back() == '\r';
-    }
+    });
+    return read ? std::optional(ends) : std::nullopt;
 }
 
 } // namespace
@@ -58,23 +47,14 @@ std::shared_ptr<const ControlFileText> ControlFileText::read(const std::string& 
     auto text = std::make_shared<ControlFileText>();
     text->lineStarts_.reserve(*ends + 1);
     ReadFile in(path);
-    std::array<char, ChunkBytes> chunk{};
     std::string pending; // the bytes not yet in a block, from offset `base` of the text
     std::uint64_t base = 0;
     std::size_t scanFrom = 0;
-    for (;;) {
-        const auto got = in.readSome(chunk.data(), chunk.size());
-        // The file may have grown since it was counted.
-        if (!got || base + pending.size() + *got > maxBytes) {
-            return empty();
-        }
-        if (*got == 0) {
-            break;
-        }
+    const bool read = in.readChunks(maxBytes, [&](std::string_view bytes) {
         if (base + pending.size() == 0) {
             text->lineStarts_.push_back(0);
         }
-        pending.append(chunk.data(), *got);
+        pending.append(bytes);
         std::size_t cut = 0;
         for (std::size_t at = pending.find("\r\n", scanFrom); at != std::string::npos;
              at = pending.find("\r\n", at + 2)) {
@@ -89,6 +69,10 @@ std::shared_ptr<const ControlFileText> ControlFileText::read(const std::string& 
             base += cut;
             scanFrom -= cut;
         }
+    });
+    // The file may also have grown past the limit since it was counted.
+    if (!read) {
+        return empty();
     }
     if (!pending.empty()) {
         text->addBlock(pending);

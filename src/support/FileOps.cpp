@@ -86,18 +86,10 @@ std::optional<std::string> readAnsiText(const std::string& path) {
     std::string text;
     const auto hint = std::min(in.sizeHint(), MaxFileBytes);
     text.reserve(hint + hint / 32);
-    std::array<char, ChunkBytes> chunk{};
-    std::size_t total = 0;
-    for (;;) {
-        const auto got = in.readSome(chunk.data(), chunk.size());
-        if (!got || (total += *got) > MaxFileBytes) {
-            return std::nullopt;
-        }
-        if (*got == 0) {
-            return text;
-        }
-        appendCp1252AsUtf8(text, std::string_view(chunk.data(), *got));
+    if (!in.readChunks(MaxFileBytes, [&text](std::string_view bytes) { appendCp1252AsUtf8(text, bytes); })) {
+        return std::nullopt;
     }
+    return text;
 }
 
 std::string writeFileAtomic(const std::string& path, std::string_view bytes) {

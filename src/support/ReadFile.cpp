@@ -62,7 +62,16 @@ std::optional<std::size_t> ReadFile::readSome(char* buffer, std::size_t size) {
 }
 
 bool ReadFile::readAll(std::string& into, std::size_t limit) {
+    if (into.size() > limit) {
+        error_ = std::make_error_code(std::errc::file_too_large);
+        return false;
+    }
+    return readChunks(limit - into.size(), [&into](std::string_view bytes) { into.append(bytes); });
+}
+
+bool ReadFile::readChunks(std::size_t limit, const std::function<void(std::string_view)>& take) {
     std::array<char, ChunkBytes> chunk{};
+    std::size_t total = 0;
     for (;;) {
         const auto got = readSome(chunk.data(), chunk.size());
         if (!got) {
@@ -71,11 +80,11 @@ bool ReadFile::readAll(std::string& into, std::size_t limit) {
         if (*got == 0) {
             return true;
         }
-        if (into.size() + *got > limit) {
+        if ((total += *got) > limit) {
             error_ = std::make_error_code(std::errc::file_too_large);
             return false;
         }
-        into.append(chunk.data(), *got);
+        take(std::string_view(chunk.data(), *got));
     }
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace wordbm {
@@ -24,6 +26,10 @@ public:
 
     // The rest of the file appended to `into`; false when it fails or would pass `limit` bytes.
     bool readAll(std::string& into, std::size_t limit);
+
+    // The rest of the file handed to `take` in chunks of up to 64 KiB; false when reading fails or
+    // the rest passes `limit` bytes (then error() says file_too_large).
+    bool readChunks(std::size_t limit, const std::function<void(std::string_view)>& take);
 
     // The size the file has now, for reserving; 0 when unknown.
     std::size_t sizeHint() const;
