@@ -188,6 +188,21 @@ TEST_F(DocxMerge, SideBySideInvoicesEqualTheOnesMadeOneAfterAnother) {
     EXPECT_EQ(engine->Doc()->FullName(), workFolder() + "/Rechnung.docx");
 }
 
+// The run is joined from the form's file only while the open form has no edit that is not saved:
+// the first invoice is filled from the open form, with its edit.
+TEST_F(DocxMerge, AnEditNotYetSavedReachesTheFirstInvoice) {
+    const ControlFile data({1, 2});
+    start(data);
+    engine->Doc()->Content()->InsertAfter("Nachtrag vor dem Lauf");
+
+    merge(MergeChoices{false, false, false, true, false, false});
+
+    expectInvoiceOf(data, 1);
+    const auto invoice1 = ooxml::DocxApplication::create()->Documents()->Open(invoice(data, 1));
+    EXPECT_NE(invoice1->Content()->Text().find("Nachtrag vor dem Lauf"), std::string::npos);
+    EXPECT_EQ(result().ok, 2);
+}
+
 // The one test here that needs LibreOffice: two conversions.
 TEST_F(DocxMerge, DeletingWithPdfLeavesOnlyThePdfFiles) {
     const ControlFile data({1, 2});

@@ -114,6 +114,11 @@ void MergeRun::prepareForm() {
     if (!closed || lineCount_ < 1 || !s.WordFactory()) {
         return;
     }
+    // The form is prepared from the working form's file. An edit not saved yet reaches the first
+    // invoice through the word processor, as it always has, so such a run is not prepared.
+    if (const word::DocumentPtr& open = s.OpenDoc(); open && !open->Saved()) {
+        return;
+    }
     try {
         const word::ApplicationPtr word = s.WordFactory()();
         if (!word) {
