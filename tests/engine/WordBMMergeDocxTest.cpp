@@ -218,6 +218,25 @@ TEST_F(DocxMerge, DeletingWithPdfLeavesOnlyThePdfFiles) {
     EXPECT_EQ(result().ok, 2);
 }
 
+// An invoice that cannot be saved (a folder stands in its place) has no PDF either, and says so;
+// the next invoice is made as usual.
+TEST_F(DocxMerge, AnInvoiceThatCannotBeSavedGetsNoPdfAndSaysSo) {
+    const ControlFile data({1, 2});
+    start(data);
+    fs::create_directories(invoice(data, 1) + "/besetzt");
+
+    merge(MergeChoices{false, true, false, true, false, false});
+
+    ASSERT_EQ(ui.boxes.size(), 2u);
+    EXPECT_NE(ui.boxes[0].text.find("Die Rechnung wurde nicht gespeichert!"), std::string::npos);
+    EXPECT_EQ(ui.boxes[1].text,
+              "Die Rechnung ist nicht gespeichert.\r\nDie PDF-Datei wurde nicht generiert!");
+    EXPECT_FALSE(fs::exists(invoice(data, 1, ".pdf")));
+    EXPECT_EQ(readBytes(invoice(data, 2, ".pdf")).substr(0, 5), "%PDF-");
+    EXPECT_EQ(result().errors, 1);
+    EXPECT_EQ(result().ok, 1);
+}
+
 // A shape laid over the payment part's code after the slip was built, as a careless edit of the
 // form might: every invoice still gets its PDF, and the run itself finds that the code is lost.
 TEST_F(DocxMerge, ACodeThatCannotBeReadBackFailsItsInvoice) {

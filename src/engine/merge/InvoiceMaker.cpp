@@ -66,7 +66,7 @@ InvoiceOutcome InvoiceMaker::make(word::DocumentPtr& doc, const MergeJob& job, b
     InvoiceOutcome outcome;
     // The working form stays open as it is: the next invoice starts from it without reopening.
     if (fill && doc && hooks_.prepared && makePrepared(job, outcome)) {
-        if ((choices_.PDF || choices_.Print) && !outcome.failed) {
+        if (choices_.PDF || choices_.Print) {
             fromSavedInvoice(job, outcome);
         }
         if (choices_.Delete) {
@@ -127,14 +127,21 @@ bool InvoiceMaker::makePrepared(const MergeJob& job, InvoiceOutcome& outcome) {
 
 void InvoiceMaker::fromSavedInvoice(const MergeJob& job, InvoiceOutcome& outcome) {
     word::DocumentPtr invoice;
-    try {
-        invoice = word_.Documents()->Open(job.path);
-    } catch (const std::exception& failure) {
+    // Only a save can have failed so far, and without the saved invoice there is nothing to export.
+    std::string problem = outcome.failed ? "Die Rechnung ist nicht gespeichert." : "";
+    if (!outcome.failed) {
+        try {
+            invoice = word_.Documents()->Open(job.path);
+        } catch (const std::exception& failure) {
+            problem = failure.what();
+        }
+    }
+    if (!invoice) {
         if (choices_.PDF) {
-            fail(outcome, failure.what(), NoPdf);
+            fail(outcome, problem, NoPdf);
         }
         if (choices_.Print) {
-            outcome.notes.push_back(std::string("    Nicht gedruckt: ") + failure.what());
+            outcome.notes.push_back("    Nicht gedruckt: " + problem);
             outcome.failed = true;
         }
         return;
