@@ -8,16 +8,36 @@
 #include "engine/ooxml/ShapeFinder.h"
 #include "engine/word/AutomationError.h"
 
+#include <string_view>
+
 namespace wordbm::ooxml {
 
 namespace {
 
 // The paragraph a new drawing is anchored in: the one holding the range's start.
+// The first paragraph after the outermost table around `paragraph`, or `paragraph` itself when it
+// stands in no table (or no paragraph follows the table). LibreOffice, which prints the invoices,
+// holds a canvas anchored in a table cell inside that cell, whatever its page position says.
+pugi::xml_node outsideTables(pugi::xml_node paragraph) {
+    pugi::xml_node table;
+    for (pugi::xml_node up = paragraph.parent(); up; up = up.parent()) {
+        if (std::string_view(up.name()) == "w:tbl") {
+            table = up;
+        }
+    }
+    for (pugi::xml_node next = table.next_sibling(); next; next = next.next_sibling()) {
+        if (std::string_view(next.name()) == "w:p") {
+            return next;
+        }
+    }
+    return paragraph;
+}
+
 pugi::xml_node anchorParagraph(Story& story, long offset) {
     const auto& map = story.map();
     for (int i = map.startCut(offset).item; i < static_cast<int>(map.items.size()); ++i) {
         if (map.items[i].kind == ItemKind::ParagraphMark) {
-            return map.items[i].node;
+            return outsideTables(map.items[i].node);
         }
     }
     throw AutomationError("An dieser Stelle kann kein Zeichenbereich verankert werden.");
